@@ -1,0 +1,43 @@
+# What every target of the project has in common.
+
+set(LUM_WARNINGS -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+# GCC 12 warns of overlapping copies inside std::string's own operator+ when it optimises.
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  list(APPEND LUM_WARNINGS -Wno-restrict)
+endif()
+
+set(LUM_SANITIZERS "" CACHE STRING "Sanitizers for every target, comma separated")
+if(LUM_SANITIZERS)
+  add_compile_options(-fsanitize=${LUM_SANITIZERS} -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=${LUM_SANITIZERS})
+endif()
+
+# Language level, warnings and the include root, for any target of the project.
+function(lum_configure_target target)
+  target_compile_features(${target} PRIVATE cxx_std_20)
+  set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
+  target_compile_options(${target} PRIVATE ${LUM_WARNINGS})
+endfunction()
+
+# A shared library with hidden visibility whose exports are marked while `buildMacro` is defined.
+function(lum_configure_library target buildMacro)
+  lum_configure_target(${target})
+  target_compile_features(${target} PUBLIC cxx_std_20)
+  target_compile_definitions(${target} PRIVATE ${buildMacro})
+  target_include_directories(${target} PUBLIC
+    $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
+    $<INSTALL_INTERFACE:include/LumAttributes>)
+  set_target_properties(${target} PROPERTIES
+    CXX_VISIBILITY_PRESET hidden
+    VISIBILITY_INLINES_HIDDEN ON
+    VERSION ${PROJECT_VERSION}
+    SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
+endfunction()
+
+# One GoogleTest executable from the test sources of one folder, registered test by test.
+function(lum_add_tests target)
+  add_executable(${target} ${ARGN})
+  lum_configure_target(${target})
+  target_link_libraries(${target} PRIVATE LumPlatform GTest::gmock GTest::gtest_main)
+  gtest_discover_tests(${target} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300)
+endfunction()

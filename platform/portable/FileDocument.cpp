@@ -1,0 +1,230 @@
+// The structure of a sectioned file: sections, their blocks and the records in them. What happens
+// to items stands in FileDocumentItems.cpp.
+#include "platform/portable/FileDocument.h"
+
+namespace lum::detail {
+
+namespace {
+
+#if defined(_WIN32)
+constexpr bool kSystemEndsLinesWithReturn = true;
+#else
+constexpr bool kSystemEndsLinesWithReturn = false;
+#endif
+
+CFileRecord LoadedRecord(CFileRecord::Kind kind, CByteSpan line) {
+  CFileRecord record;
+  record.kind = kind;
+  record.line = line;
+  record.isLoaded = true;
+  return record;
+}
+
+}  // namespace
+
+CFileDocument::CFileDocument()
+    : m_file(std::make_shared<const std::string>()),
+      m_endsLinesWithReturn(kSystemEndsLinesWithReturn) {
+  AddBlock(AddSection(CString()), LoadedRecord(Kind::Header, {}));
+}
+
+// ---- Loading
+
+void CFileDocument::StartLoading(std::shared_ptr<const std::string> file, TextFileEncoding encoding,
+                                 bool endsLinesWithReturn) {
+  m_file = std::move(file);
+  m_encoding = encoding;
+  m_endsLinesWithReturn = endsLinesWithReturn;
+}
+
+void CFileDocument::AddLoadedHeader(const CString& name, CByteSpan line) {
+  const auto found = m_sectionsByName.find(name);
+  const CPoolIndex section = found != m_sectionsByName.end() ? found->second : AddSection(name);
+  AddBlock(section, LoadedRecord(Kind::Header, line));
+}
+
+void CFileDocument::AddLoadedText(CByteSpan line) {
+  const CPoolIndex last = m_blocks[m_lastBlock].last;
+  if (m_records[last].kind == Kind::Text) {
+    m_records[last].line.end = line.end;
+  } else {
+    InsertAfter(last, LoadedRecord(Kind::Text, line));
+  }
+}
+
+void CFileDocument::AddLoadedItem(const CString& key, const CString& value, CByteSpan line,
+                                  CByteSpan loadedValue) {
+  CFileRecord record = LoadedRecord(Kind::Item, line);
+  record.key = key;
+  record.value = value;
+  record.loadedValue = loadedValue;
+  const CPoolIndex item = InsertAfter(m_blocks[m_lastBlock].last, std::move(record));
+  CFileSection& section = m_sections[m_blocks[m_lastBlock].section];
+  const auto [place, isNew] = section.items.try_emplace(key, item);
+  if (isNew) {
+    ++section.itemCount;
+    return;
+  }
+  m_records[item].key = place->first;
+  m_records[item].older = place->second;
+  m_records[place->second].isShadowed = true;
+  place->second = item;
+}
+
+// ---- Sections
+
+// The top section has no header of its own: it exists while it has items.
+bool CFileDocument::Exists(CPoolIndex section) const {
+  return section != kTopSection || m_sections[section].itemCount > 0 ||
+         m_sections[section].firstBlock != m_sections[section].lastBlock;
+}
+
+CPoolIndex CFileDocument::FindSection(const CString& name) const {
+  const auto found = m_sectionsByName.find(name);
+  return found != m_sectionsByName.end() && Exists(found->second) ? found->second : kNoIndex;
+}
+
+CPoolIndex CFileDocument::FindOrAddSection(const CString& name) {
+  const auto found = m_sectionsByName.find(name);
+  if (found != m_sectionsByName.end()) {
+    return found->second;
+  }
+  const CPoolIndex section = AddSection(name);
+  CFileRecord header;
+  header.kind = Kind::Header;
+  AddBlock(section, std::move(header));
+  return section;
+}
+
+void CFileDocument::RemoveSection(CPoolIndex section) {
+  CPoolIndex block = m_sections[section].firstBlock;
+  while (block != kNoIndex) {
+    const CPoolIndex next = m_blocks[block].nextOfSection;
+    RemoveRecords(block);
+    if (block != m_sections[kTopSection].firstBlock) {
+      UnlinkBlock(block);
+    }
+    block = next;
+  }
+  if (section != kTopSection) {
+    m_sectionsByName.erase(m_sections[section].name);
+    m_sections.Free(section);
+    return;
+  }
+  CFileSection emptied;
+  emptied.firstBlock = emptied.lastBlock = m_sections[kTopSection].firstBlock;
+  m_blocks[emptied.firstBlock].nextOfSection = kNoIndex;
+  m_sections[kTopSection] = std::move(emptied);
+}
+
+std::vector<CString> CFileDocument::SectionNames() const {
+  std::vector<CString> names;
+  for (CPoolIndex block = m_firstBlock; block != kNoIndex; block = m_blocks[block].next) {
+    const CPoolIndex section = m_blocks[block].section;
+    if (block == m_sections[section].firstBlock && Exists(section)) {
+      names.push_back(m_sections[section].name);
+    }
+  }
+  return names;
+}
+
+CPoolIndex CFileDocument::AddSection(const CString& name) {
+  CFileSection section;
+  section.name = name;
+  const CPoolIndex index = m_sections.Add(std::move(section));
+  m_sectionsByName.emplace(name, index);
+  return index;
+}
+
+// ---- Blocks
+
+CPoolIndex CFileDocument::AddBlock(CPoolIndex section, CFileRecord header) {
+  CFileBlock block;
+  block.section = section;
+  block.previous = m_lastBlock;
+  const CPoolIndex index = m_blocks.Add(block);
+  header.block = index;
+  const CPoolIndex record = m_records.Add(std::move(header));
+  m_blocks[index].header = m_blocks[index].last = m_blocks[index].lastItem = record;
+
+  (m_lastBlock == kNoIndex ? m_firstBlock : m_blocks[m_lastBlock].next) = index;
+  m_lastBlock = index;
+  CFileSection& owner = m_sections[section];
+  (owner.lastBlock == kNoIndex ? owner.firstBlock : m_blocks[owner.lastBlock].nextOfSection) =
+      index;
+  owner.lastBlock = index;
+  return index;
+}
+
+// The section's own chain is the caller's business: it goes as a whole.
+void CFileDocument::UnlinkBlock(CPoolIndex block) {
+  const CFileBlock& unlinked = m_blocks[block];
+  m_blocks[unlinked.previous].next = unlinked.next;
+  (unlinked.next == kNoIndex ? m_lastBlock : m_blocks[unlinked.next].previous) = unlinked.previous;
+  m_records.Free(unlinked.header);
+  m_blocks.Free(block);
+}
+
+// All but the header.
+void CFileDocument::RemoveRecords(CPoolIndex block) {
+  CFileBlock& emptied = m_blocks[block];
+  CPoolIndex record = m_records[emptied.header].next;
+  while (record != kNoIndex) {
+    const CPoolIndex next = m_records[record].next;
+    m_records.Free(record);
+    record = next;
+  }
+  m_records[emptied.header].next = kNoIndex;
+  emptied.last = emptied.lastItem = emptied.header;
+}
+
+// ---- Records of a block
+
+CPoolIndex CFileDocument::InsertAfter(CPoolIndex place, CFileRecord record) {
+  const CPoolIndex index = m_records.Add(std::move(record));
+  LinkAfter(place, index);
+  return index;
+}
+
+// An item is only put after the block's last item, or after a record that has an item below it.
+void CFileDocument::LinkAfter(CPoolIndex place, CPoolIndex record) {
+  CFileRecord& linked = m_records[record];
+  CFileBlock& block = m_blocks[m_records[place].block];
+  linked.block = m_records[place].block;
+  linked.previous = place;
+  linked.next = m_records[place].next;
+  m_records[place].next = record;
+  (linked.next == kNoIndex ? block.last : m_records[linked.next].previous) = record;
+  if (linked.kind == Kind::Item &&
+      (block.lastItem == place || block.lastItem == block.header || block.last == record)) {
+    block.lastItem = record;
+  }
+}
+
+void CFileDocument::Unlink(CPoolIndex record) {
+  const CFileRecord& unlinked = m_records[record];
+  CFileBlock& block = m_blocks[unlinked.block];
+  if (block.lastItem == record) {
+    block.lastItem = ItemOrHeaderAbove(record);
+  }
+  m_records[unlinked.previous].next = unlinked.next;
+  (unlinked.next == kNoIndex ? block.last : m_records[unlinked.next].previous) = unlinked.previous;
+}
+
+void CFileDocument::RemoveRecord(CPoolIndex record) {
+  CFileSection& section = m_sections[m_blocks[m_records[record].block].section];
+  if (section.cursor == record) {
+    section.cursor = ItemOrHeaderAbove(record);
+  }
+  Unlink(record);
+  m_records.Free(record);
+}
+
+CPoolIndex CFileDocument::ItemOrHeaderAbove(CPoolIndex record) const {
+  do {
+    record = m_records[record].previous;
+  } while (m_records[record].kind == Kind::Text);
+  return record;
+}
+
+}  // namespace lum::detail

@@ -1,0 +1,190 @@
+// CFileDocument: the content of a sectioned configuration file. Every header begins a block, the
+// list of records up to the next header; a section is the chain of its blocks. A record is a
+// header, an item or a run of lines that have no meaning (comments, blank and unknown lines), and
+// knows its bytes in the loaded file, so that what is not changed is saved as it was.
+//
+// FileObject is the interface to it, FileObjectText.h reads and writes it.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "platform/FileObject.h"
+#include "platform/portable/IndexPool.h"
+#include "platform/portable/TextHash.h"
+
+namespace lum::detail {
+
+/// A range of the loaded file's bytes. kMaxFileBytes fits into the offsets.
+struct CByteSpan {
+  std::uint32_t begin = 0;
+  std::uint32_t end = 0;
+};
+
+struct CFileRecord {
+  enum class Kind : std::uint8_t { Text, Header, Item };
+
+  CString key;            ///< Of an item.
+  CString value;          ///< Of an item.
+  CByteSpan line;         ///< The loaded line or lines with their terminators.
+  CByteSpan loadedValue;  ///< Of an item.
+  CPoolIndex block = kNoIndex;
+  CPoolIndex previous = kNoIndex;  ///< In the block.
+  CPoolIndex next = kNoIndex;
+  CPoolIndex older = kNoIndex;  ///< The next line above of the same key.
+  std::uint32_t order = 0;      ///< See CFileSection::cursor.
+  Kind kind = Kind::Text;
+  bool isLoaded = false;
+  bool isShadowed = false;    ///< An item that a later line of the same key overrides.
+  bool isRemembered = false;  ///< An item that is gone and whose place is kept.
+  bool isChanged = false;     ///< A loaded item whose value is not the loaded one.
+  bool isRenamed = false;     ///< A loaded item whose key is not the loaded one.
+};
+
+struct CFileBlock {
+  CPoolIndex section = kNoIndex;
+  CPoolIndex header =
+      kNoIndex;  ///< The first record. That of the lines above all headers is empty.
+  CPoolIndex last = kNoIndex;
+  CPoolIndex lastItem = kNoIndex;  ///< The header when there is no item.
+  CPoolIndex nextOfSection = kNoIndex;
+  CPoolIndex previous = kNoIndex;  ///< In the file.
+  CPoolIndex next = kNoIndex;
+};
+
+struct CFileSection {
+  CString name;
+  CPoolIndex firstBlock = kNoIndex;
+  CPoolIndex lastBlock = kNoIndex;
+  /// The record that counts for each key, remembered ones included.
+  std::unordered_map<CString, CPoolIndex, CTextHash> items;
+  std::size_t itemCount = 0;
+  /// While places are remembered: the record after which the next new item goes. It moves with the
+  /// items that are set, so that items stand in the order of the calls and, as far as that allows,
+  /// where their lines were. `order` numbers the section's records as they stood when the cursor
+  /// started; one that has come or moved since is not below the cursor and takes its order. So a
+  /// record stands below the cursor when its order is above cursorOrder.
+  CPoolIndex cursor = kNoIndex;
+  std::uint32_t cursorOrder = 0;
+};
+
+class CFileDocument {
+ public:
+  using Items = std::vector<std::pair<CString, CString>>;
+
+  /// The lines above all headers belong to this section, whose name is empty. It is always there.
+  static constexpr CPoolIndex kTopSection = 0;
+
+  CFileDocument();
+
+  // ---- Building it from a file: see FileObjectText.h
+
+  void StartLoading(std::shared_ptr<const std::string> file, TextFileEncoding encoding,
+                    bool endsLinesWithReturn);
+  void AddLoadedHeader(const CString& name, CByteSpan line);
+  void AddLoadedText(CByteSpan line);
+  void AddLoadedItem(const CString& key, const CString& value, CByteSpan line,
+                     CByteSpan loadedValue);
+
+  // ---- Sections
+
+  /// kNoIndex when there is none.
+  CPoolIndex FindSection(const CString& name) const;
+  CPoolIndex FindOrAddSection(const CString& name);
+  void RemoveSection(CPoolIndex section);
+  std::vector<CString> SectionNames() const;
+  std::size_t ItemCount(CPoolIndex section) const { return m_sections[section].itemCount; }
+
+  // ---- Items
+
+  const CFileRecord* FindItem(CPoolIndex section, const CString& key) const;
+  /// False when there is no such item.
+  bool ReplaceItem(CPoolIndex section, const CString& key, const CString& value);
+  /// Replaces an item or adds it: at the end of the section or, while places are remembered, at the
+  /// cursor.
+  void PutItem(CPoolIndex section, const CString& key, const CString& value);
+  bool RemoveItem(CPoolIndex section, const CString& key);
+  /// False when there is no such item or the new key is taken.
+  bool RenameItem(CPoolIndex section, const CString& key, const CString& newKey);
+  /// False when the other item is missing or the key is taken.
+  bool InsertItem(CPoolIndex section, const CString& beforeKey, const CString& key,
+                  const CString& value);
+  /// Makes these the section's only items, in their order, and remembers the places of loaded lines
+  /// whose items are gone.
+  void ReplaceItems(CPoolIndex section, const Items& items);
+  void ForgetPlaces();
+
+  /// The next item that counts below a record of the same section; kNoIndex at the end of the walk,
+  /// which begins with the section's first header.
+  CPoolIndex NextItem(CPoolIndex record) const;
+  CPoolIndex FirstHeader(CPoolIndex section) const {
+    return m_blocks[m_sections[section].firstBlock].header;
+  }
+  Items AllItems(CPoolIndex section) const;
+
+  // ---- What it is made of, in the order of the file
+
+  CPoolIndex FirstBlock() const { return m_firstBlock; }
+  const CFileBlock& Block(CPoolIndex block) const { return m_blocks[block]; }
+  const CFileRecord& Record(CPoolIndex record) const { return m_records[record]; }
+  const CFileSection& Section(CPoolIndex section) const { return m_sections[section]; }
+
+  const std::string& LoadedFile() const { return *m_file; }
+  std::string_view Bytes(CByteSpan span) const {
+    return std::string_view(*m_file).substr(span.begin, span.end - span.begin);
+  }
+  TextFileEncoding Encoding() const { return m_encoding; }
+  bool EndsLinesWithReturn() const { return m_endsLinesWithReturn; }
+
+ private:
+  using Kind = CFileRecord::Kind;
+
+  CPoolIndex AddSection(const CString& name);
+  CPoolIndex AddBlock(CPoolIndex section, CFileRecord header);
+  void UnlinkBlock(CPoolIndex block);
+  void RemoveRecords(CPoolIndex block);
+  bool Exists(CPoolIndex section) const;
+
+  CPoolIndex InsertAfter(CPoolIndex place, CFileRecord record);
+  void LinkAfter(CPoolIndex place, CPoolIndex record);
+  void Unlink(CPoolIndex record);
+  void RemoveRecord(CPoolIndex record);
+  void RemoveLines(CPoolIndex item);
+  bool FreeKey(CPoolIndex section, const CString& key);
+  bool IsLoadedKey(const CFileRecord& item, const CString& key) const;
+  CPoolIndex ItemOrHeaderAbove(CPoolIndex record) const;
+
+  void SetValue(CFileRecord& item, const CString& value);
+  void AddItem(CPoolIndex section, const CString& key, const CString& value);
+  void Revive(CPoolIndex section, CPoolIndex item);
+  void FollowWithCursor(CPoolIndex section, CPoolIndex item);
+  CPoolIndex EndOfItems(CPoolIndex section);
+  CPoolIndex AfterLeadingComment(CPoolIndex block);
+  CPoolIndex SplitText(CPoolIndex text, std::uint32_t place);
+  std::uint32_t FirstBlankLine(CByteSpan text) const;
+
+  void RememberAll(CPoolIndex section);
+  void ForgetRemembered(CPoolIndex section, bool loadedToo);
+  /// Puts the cursor before the first remembered place, or nowhere when there is none.
+  void RestartCursor(CPoolIndex section);
+  template <typename Action>
+  void ForEachRecord(CPoolIndex section, Action action);
+
+  CIndexPool<CFileRecord> m_records;
+  CIndexPool<CFileBlock> m_blocks;
+  CIndexPool<CFileSection> m_sections;
+  std::unordered_map<CString, CPoolIndex, CTextHash> m_sectionsByName;
+  CPoolIndex m_firstBlock = kNoIndex;
+  CPoolIndex m_lastBlock = kNoIndex;
+  std::shared_ptr<const std::string> m_file;
+  TextFileEncoding m_encoding = TextFileEncoding::Utf8;
+  bool m_endsLinesWithReturn;
+};
+
+}  // namespace lum::detail

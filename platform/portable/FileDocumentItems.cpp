@@ -1,0 +1,316 @@
+// The items of a section: where a new one goes, which lines a change touches, and the places that
+// are remembered for items that may come back.
+#include "platform/portable/EncodedText.h"
+#include "platform/portable/FileDocument.h"
+#include "platform/portable/LineSyntax.h"
+
+namespace lum::detail {
+
+// ---- Reading
+
+const CFileRecord* CFileDocument::FindItem(CPoolIndex section, const CString& key) const {
+  const auto found = m_sections[section].items.find(key);
+  if (found == m_sections[section].items.end() || m_records[found->second].isRemembered) {
+    return nullptr;
+  }
+  return &m_records[found->second];
+}
+
+CFileDocument::Items CFileDocument::AllItems(CPoolIndex section) const {
+  Items items;
+  CPoolIndex item = NextItem(FirstHeader(section));
+  for (; item != kNoIndex; item = NextItem(item)) {
+    items.emplace_back(m_records[item].key, m_records[item].value);
+  }
+  return items;
+}
+
+CPoolIndex CFileDocument::NextItem(CPoolIndex record) const {
+  CPoolIndex block = m_records[record].block;
+  for (;;) {
+    record = m_records[record].next;
+    while (record == kNoIndex) {
+      block = m_blocks[block].nextOfSection;
+      if (block == kNoIndex) {
+        return kNoIndex;
+      }
+      record = m_records[m_blocks[block].header].next;
+    }
+    const CFileRecord& candidate = m_records[record];
+    if (candidate.kind == Kind::Item && !candidate.isShadowed && !candidate.isRemembered) {
+      return record;
+    }
+  }
+}
+
+// ---- Changing
+
+// A value that is set back to the loaded one gives the line its loaded bytes again.
+void CFileDocument::SetValue(CFileRecord& item, const CString& value) {
+  if (item.value == value) {
+    return;
+  }
+  item.value = value;
+  item.isChanged = item.isLoaded && DecodeText(Bytes(item.loadedValue), m_encoding) != value;
+}
+
+bool CFileDocument::ReplaceItem(CPoolIndex section, const CString& key, const CString& value) {
+  const auto found = m_sections[section].items.find(key);
+  if (found == m_sections[section].items.end() || m_records[found->second].isRemembered) {
+    return false;
+  }
+  SetValue(m_records[found->second], value);
+  return true;
+}
+
+void CFileDocument::PutItem(CPoolIndex section, const CString& key, const CString& value) {
+  const auto found = m_sections[section].items.find(key);
+  if (found == m_sections[section].items.end()) {
+    AddItem(section, key, value);
+    return;
+  }
+  const CPoolIndex item = found->second;
+  if (m_records[item].isRemembered) {
+    Revive(section, item);
+  }
+  FollowWithCursor(section, item);
+  SetValue(m_records[item], value);
+}
+
+bool CFileDocument::RemoveItem(CPoolIndex section, const CString& key) {
+  const auto found = m_sections[section].items.find(key);
+  if (found == m_sections[section].items.end() || m_records[found->second].isRemembered) {
+    return false;
+  }
+  RemoveLines(found->second);
+  m_sections[section].items.erase(found);
+  --m_sections[section].itemCount;
+  return true;
+}
+
+void CFileDocument::RemoveLines(CPoolIndex item) {
+  while (item != kNoIndex) {
+    const CPoolIndex older = m_records[item].older;
+    RemoveRecord(item);
+    item = older;
+  }
+}
+
+// All lines of the key are renamed: an overridden one would count under the old key otherwise.
+bool CFileDocument::RenameItem(CPoolIndex section, const CString& key, const CString& newKey) {
+  if (FindItem(section, key) == nullptr || !FreeKey(section, newKey)) {
+    return false;
+  }
+  auto& items = m_sections[section].items;
+  const CPoolIndex item = items.at(key);
+  items.erase(key);
+  items.emplace(newKey, item);
+  for (CPoolIndex line = item; line != kNoIndex; line = m_records[line].older) {
+    CFileRecord& renamed = m_records[line];
+    renamed.key = newKey;
+    renamed.isRenamed = renamed.isLoaded && !IsLoadedKey(renamed, newKey);
+  }
+  return true;
+}
+
+bool CFileDocument::IsLoadedKey(const CFileRecord& item, const CString& key) const {
+  const std::string_view line = Bytes(item.line);
+  const CLineSyntax syntax = ParseLine(line, m_encoding);
+  const std::string_view name = line.substr(syntax.nameBegin, syntax.nameEnd - syntax.nameBegin);
+  return DecodeText(name, m_encoding) == key;
+}
+
+bool CFileDocument::InsertItem(CPoolIndex section, const CString& beforeKey, const CString& key,
+                               const CString& value) {
+  if (FindItem(section, beforeKey) == nullptr || !FreeKey(section, key)) {
+    return false;
+  }
+  const CPoolIndex above = m_records[m_sections[section].items.at(beforeKey)].previous;
+  CFileRecord record;
+  record.kind = Kind::Item;
+  record.key = key;
+  record.value = value;
+  record.order = m_records[above].order;
+  m_sections[section].items.emplace(key, InsertAfter(above, std::move(record)));
+  ++m_sections[section].itemCount;
+  return true;
+}
+
+// Forgets the remembered place of a key, so that the key can stand elsewhere. False when an item
+// has the key.
+bool CFileDocument::FreeKey(CPoolIndex section, const CString& key) {
+  const auto found = m_sections[section].items.find(key);
+  if (found == m_sections[section].items.end()) {
+    return true;
+  }
+  if (!m_records[found->second].isRemembered) {
+    return false;
+  }
+  RemoveLines(found->second);
+  m_sections[section].items.erase(found);
+  return true;
+}
+
+// ---- The place of a new item
+
+void CFileDocument::AddItem(CPoolIndex section, const CString& key, const CString& value) {
+  const CPoolIndex cursor = m_sections[section].cursor;
+  const CPoolIndex place = cursor != kNoIndex ? cursor : EndOfItems(section);
+  CFileRecord record;
+  record.kind = Kind::Item;
+  record.key = key;
+  record.value = value;
+  record.order = m_sections[section].cursorOrder;
+  const CPoolIndex item = InsertAfter(place, std::move(record));
+  m_sections[section].items.emplace(key, item);
+  ++m_sections[section].itemCount;
+  if (cursor != kNoIndex) {
+    m_sections[section].cursor = item;
+  }
+}
+
+// New items follow the last one of the section's last block: the blank lines and comments below it
+// are taken to belong to the next section.
+CPoolIndex CFileDocument::EndOfItems(CPoolIndex section) {
+  const CPoolIndex block = m_sections[section].lastBlock;
+  const CPoolIndex lastItem = m_blocks[block].lastItem;
+  return lastItem != m_blocks[block].header ? lastItem : AfterLeadingComment(block);
+}
+
+// In a block without items a new one goes below the lines that follow the header directly, above
+// the first blank line.
+CPoolIndex CFileDocument::AfterLeadingComment(CPoolIndex block) {
+  CPoolIndex place = m_blocks[block].header;
+  for (CPoolIndex text = m_records[place].next; text != kNoIndex; text = m_records[text].next) {
+    const CByteSpan span = m_records[text].line;
+    const std::uint32_t blank = FirstBlankLine(span);
+    if (blank == span.begin) {
+      return place;
+    }
+    if (blank < span.end) {
+      return SplitText(text, blank);
+    }
+    place = text;
+  }
+  return place;
+}
+
+std::uint32_t CFileDocument::FirstBlankLine(CByteSpan text) const {
+  const std::string_view file = std::string_view(*m_file).substr(0, text.end);
+  std::size_t begin = text.begin;
+  while (begin < text.end) {
+    const CLineBounds line = LineAt(file, begin, m_encoding);
+    const CLineSyntax syntax = ParseLine(file.substr(begin, line.end - begin), m_encoding);
+    if (syntax.kind == FileObjectLine::Kind::Blank) {
+      break;
+    }
+    begin = line.next;
+  }
+  return static_cast<std::uint32_t>(begin);
+}
+
+// Cuts a run of lines in two and returns the upper part.
+CPoolIndex CFileDocument::SplitText(CPoolIndex text, std::uint32_t place) {
+  CFileRecord lower;
+  lower.kind = Kind::Text;
+  lower.isLoaded = true;
+  lower.line = {place, m_records[text].line.end};
+  m_records[text].line.end = place;
+  InsertAfter(text, std::move(lower));
+  return text;
+}
+
+// ---- Remembered places
+
+void CFileDocument::ReplaceItems(CPoolIndex section, const Items& items) {
+  RememberAll(section);
+  RestartCursor(section);
+  for (const auto& [key, value] : items) {
+    PutItem(section, key, value);
+  }
+  ForgetRemembered(section, false);
+  RestartCursor(section);
+}
+
+void CFileDocument::ForgetPlaces() {
+  for (CPoolIndex block = m_firstBlock; block != kNoIndex; block = m_blocks[block].next) {
+    const CPoolIndex section = m_blocks[block].section;
+    if (m_sections[section].cursor != kNoIndex) {
+      ForgetRemembered(section, true);
+      m_sections[section].cursor = kNoIndex;
+    }
+  }
+}
+
+template <typename Action>
+void CFileDocument::ForEachRecord(CPoolIndex section, Action action) {
+  CPoolIndex block = m_sections[section].firstBlock;
+  for (; block != kNoIndex; block = m_blocks[block].nextOfSection) {
+    CPoolIndex record = m_blocks[block].header;
+    while (record != kNoIndex) {
+      const CPoolIndex next = m_records[record].next;
+      action(record);
+      record = next;
+    }
+  }
+}
+
+void CFileDocument::RememberAll(CPoolIndex section) {
+  ForEachRecord(section, [&](CPoolIndex index) {
+    m_records[index].isRemembered = m_records[index].kind == Kind::Item;
+  });
+  m_sections[section].itemCount = 0;
+}
+
+void CFileDocument::ForgetRemembered(CPoolIndex section, bool loadedToo) {
+  ForEachRecord(section, [&](CPoolIndex index) {
+    const CFileRecord& record = m_records[index];
+    if (!record.isRemembered || (record.isLoaded && !loadedToo)) {
+      return;
+    }
+    if (!record.isShadowed) {
+      m_sections[section].items.erase(record.key);
+    }
+    RemoveRecord(index);
+  });
+}
+
+void CFileDocument::RestartCursor(CPoolIndex section) {
+  std::uint32_t order = 0;
+  CPoolIndex first = kNoIndex;
+  ForEachRecord(section, [&](CPoolIndex index) {
+    m_records[index].order = order++;
+    if (first == kNoIndex && m_records[index].isRemembered) {
+      first = index;
+    }
+  });
+  CFileSection& owner = m_sections[section];
+  owner.cursor = first == kNoIndex ? kNoIndex : m_records[first].previous;
+  owner.cursorOrder = first == kNoIndex ? 0 : m_records[first].order - 1;
+}
+
+// Brings an item back: where its line was, when that is after the cursor, else its line moves to
+// the cursor. Overridden lines of the same key come back too; they stand above it in both cases.
+void CFileDocument::Revive(CPoolIndex section, CPoolIndex item) {
+  CFileSection& owner = m_sections[section];
+  if (m_records[item].order <= owner.cursorOrder && item != owner.cursor) {
+    Unlink(item);
+    m_records[item].order = owner.cursorOrder;
+    LinkAfter(owner.cursor, item);
+    owner.cursor = item;
+  }
+  for (CPoolIndex line = item; line != kNoIndex; line = m_records[line].older) {
+    m_records[line].isRemembered = false;
+  }
+  ++owner.itemCount;
+}
+
+void CFileDocument::FollowWithCursor(CPoolIndex section, CPoolIndex item) {
+  CFileSection& owner = m_sections[section];
+  if (owner.cursor != kNoIndex && m_records[item].order > owner.cursorOrder) {
+    owner.cursor = item;
+    owner.cursorOrder = m_records[item].order;
+  }
+}
+
+}  // namespace lum::detail

@@ -1,0 +1,60 @@
+// CStdioFile reads the file whole when it is opened: what others write to it later is not seen.
+#include "platform/StdioFile.h"
+
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "platform/portable/EncodedText.h"
+#include "platform/portable/FileBytes.h"
+
+struct CStdioFile::State {
+  explicit State(std::string file)
+      : bytes(std::move(file)), encoding(lum::detail::DetectEncoding(bytes)) {
+    Rewind();
+  }
+
+  void Rewind() { place = lum::detail::EncodingMark(encoding).size(); }
+
+  std::string bytes;
+  TextFileEncoding encoding;
+  std::size_t place = 0;
+};
+
+CStdioFile::CStdioFile() = default;
+CStdioFile::~CStdioFile() = default;
+
+bool CStdioFile::Open(const wchar_t* path, [[maybe_unused]] unsigned int flags) {
+  Close();
+  std::string bytes;
+  CString reason;
+  if (path == nullptr || !lum::detail::ReadWholeFile(CString(path), kMaxFileBytes, bytes, reason)) {
+    return false;
+  }
+  m_state = std::make_unique<State>(std::move(bytes));
+  return true;
+}
+
+bool CStdioFile::ReadString(CString& line) {
+  // An odd byte at the end of a UTF-16 file is no character and makes no line.
+  if (!m_state ||
+      m_state->bytes.size() - m_state->place < lum::detail::UnitSize(m_state->encoding)) {
+    line.Empty();
+    return false;
+  }
+  const std::string_view bytes = m_state->bytes;
+  const lum::detail::CLineBounds bounds =
+      lum::detail::LineAt(bytes, m_state->place, m_state->encoding);
+  line = lum::detail::DecodeText(bytes.substr(bounds.begin, bounds.end - bounds.begin),
+                                 m_state->encoding);
+  m_state->place = bounds.next;
+  return true;
+}
+
+void CStdioFile::SeekToBegin() {
+  if (m_state) {
+    m_state->Rewind();
+  }
+}
+
+void CStdioFile::Close() { m_state.reset(); }

@@ -1,0 +1,74 @@
+// Translator: two tables of texts by mnemonic, filled by hand or from a sectioned file.
+#include "platform/Translator.h"
+
+#include <unordered_map>
+
+#include "platform/FileObject.h"
+#include "platform/portable/TextHash.h"
+
+namespace {
+
+using TextMap = std::unordered_map<CString, CString, lum::detail::CTextHash>;
+
+CString Find(const TextMap& texts, const CString& mnemonic) {
+  const auto found = texts.find(mnemonic);
+  return found == texts.end() ? CString() : found->second;
+}
+
+void AddSection(const FileObject& file, const CString& section, TextMap& texts) {
+  FobjSection walk;
+  CString mnemonic;
+  CString text;
+  for (bool found = file.GetFirstMapEntry(walk, section, mnemonic, text); found;
+       found = file.GetNextMapEntry(walk, mnemonic, text)) {
+    texts[mnemonic] = text;
+  }
+}
+
+}  // namespace
+
+struct Translator::Texts {
+  TextMap names;
+  TextMap controls;
+  bool isForeign = false;
+};
+
+Translator::Translator() : m_texts(std::make_unique<Texts>()) {}
+Translator::~Translator() = default;
+
+Translator& Translator::Instance() {
+  static Translator translator;
+  return translator;
+}
+
+bool Translator::IsLanguageForeign() const noexcept { return m_texts->isForeign; }
+
+void Translator::SetLanguageForeign(bool foreign) noexcept { m_texts->isForeign = foreign; }
+
+CString Translator::GetAttribDefV2String(const CString& mnemonic) const {
+  return Find(m_texts->names, mnemonic);
+}
+
+CString Translator::GetAttribDefV2CtrlString(const CString& mnemonic) const {
+  return Find(m_texts->controls, mnemonic);
+}
+
+void Translator::SetString(const CString& mnemonic, const CString& text) {
+  m_texts->names[mnemonic] = text;
+}
+
+void Translator::SetCtrlString(const CString& mnemonic, const CString& text) {
+  m_texts->controls[mnemonic] = text;
+}
+
+bool Translator::Load(const CString& path) {
+  FileObject file;
+  if (!file.Load(path)) {
+    return false;
+  }
+  AddSection(file, L"AttribDefV2", m_texts->names);
+  AddSection(file, L"AttribDefV2Ctrl", m_texts->controls);
+  return true;
+}
+
+void Translator::Clear() { *m_texts = Texts(); }
