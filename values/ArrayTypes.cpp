@@ -1,0 +1,132 @@
+// The lists read and write comma-separated texts without blanks. An int or double list ends at the
+// first item that is no number; a name list takes every item as it stands.
+#include "values/ArrayTypes.h"
+
+namespace {
+
+template <typename T>
+void JoinWithCommas(const std::vector<T>& values, CString& text) {
+  text.Empty();
+  for (const T& value : values) {
+    if (&value != values.data()) {
+      text << L',';
+    }
+    text << value;
+  }
+}
+
+template <typename T>
+std::vector<T> ReadNumbers(const CString& text) {
+  const CLumString items(text, L',', true, false);
+  std::vector<T> values;
+  T value = 0;
+  for (int i = 0; items.GetItem(i, value); ++i) {
+    values.push_back(value);
+  }
+  return values;
+}
+
+}  // namespace
+
+// ---- CLumIntArray
+
+CLumIntArray::~CLumIntArray() = default;
+
+bool CLumIntArray::SetValueStr(CString text) {
+  m_values = ReadNumbers<int>(text);
+  return true;
+}
+
+CLumType::LUM_TYPE CLumIntArray::Type() const { return TYPE_INTARRAY; }
+
+CLumIntArray* CLumIntArray::MakeCopy() const { return new CLumIntArray(*this); }
+
+int CLumIntArray::GetValueStr(CString& text) const {
+  JoinWithCommas(m_values, text);
+  return 1;
+}
+
+CLumType& CLumIntArray::operator=(const CLumType& source) {
+  source.GetIntArray(m_values);
+  return *this;
+}
+
+int CLumIntArray::GetIntArray(std::vector<int>& values) const {
+  values = m_values;
+  return 1;
+}
+
+int CLumIntArray::SetIntArray(const std::vector<int>& values) {
+  m_values = values;
+  return 1;
+}
+
+// ---- CLumDoubleArray
+
+CLumDoubleArray::~CLumDoubleArray() = default;
+
+bool CLumDoubleArray::SetValueStr(CString text) {
+  m_values = ReadNumbers<double>(text);
+  return true;
+}
+
+CLumType::LUM_TYPE CLumDoubleArray::Type() const { return TYPE_DOUBLEARRAY; }
+
+CLumDoubleArray* CLumDoubleArray::MakeCopy() const { return new CLumDoubleArray(*this); }
+
+int CLumDoubleArray::GetValueStr(CString& text) const {
+  JoinWithCommas(m_values, text);
+  return 1;
+}
+
+CLumType& CLumDoubleArray::operator=(const CLumType& source) {
+  source.GetDoubleArray(m_values);
+  return *this;
+}
+
+int CLumDoubleArray::GetDoubleArray(std::vector<double>& values) const {
+  values = m_values;
+  return 1;
+}
+
+int CLumDoubleArray::SetDoubleArray(const std::vector<double>& values) {
+  m_values = values;
+  return 1;
+}
+
+// ---- CLumNameArray
+
+CLumNameArray::~CLumNameArray() = default;
+
+bool CLumNameArray::SetValueStr(CString text) {
+  if (text.IsEmpty()) {
+    m_values.clear();
+  } else {
+    m_values = CLumString(text, L',', false, false).Items();
+  }
+  return true;
+}
+
+CLumType::LUM_TYPE CLumNameArray::Type() const { return TYPE_NAMEARRAY; }
+
+CLumNameArray* CLumNameArray::MakeCopy() const { return new CLumNameArray(*this); }
+
+int CLumNameArray::GetValueStr(CString& text) const {
+  JoinWithCommas(m_values, text);
+  return 1;
+}
+
+CLumType& CLumNameArray::operator=(const CLumType& source) {
+  source.GetNameArray(m_values);
+  return *this;
+}
+
+int CLumNameArray::GetNameArray(std::vector<CString>& values) const {
+  values = m_values;
+  return 1;
+}
+
+int CLumNameArray::SetNameArray(const std::vector<CString>& values) {
+  m_values = values;
+  return 1;
+}
