@@ -1,0 +1,56 @@
+#include "tools/lumattr/ConfigFile.h"
+
+#include <utility>
+
+#include "definitions/AttribDefMap.h"
+#include "tools/lumattr/NearMiss.h"
+#include "tools/lumattr/SectionItems.h"
+#include "tools/lumattr/Text.h"
+#include "tools/lumattr/ToolContext.h"
+
+namespace lum::tool {
+
+FileObject LoadConfigFile(const std::string& path) {
+  FileObject file;
+  if (!file.Load(ArgumentText(path, "the file name"))) {
+    throw ToolError(Printable(file.LastError()));
+  }
+  return file;
+}
+
+void SaveConfigFile(FileObject& file, const std::string& path) {
+  if (!file.Save(ArgumentText(path, "the file name"))) {
+    throw ToolError(Printable(file.LastError()));
+  }
+}
+
+CString RequireSection(const FileObject& file, const std::string& path,
+                       const std::string& section) {
+  CString name = ArgumentText(section, "SECTION");
+  if (!file.HasSection(name)) {
+    throw ToolError("no section " + Quoted(name) + " in \"" + Printable(FromUtf8(path)) + "\"" +
+                    DidYouMean(name, file.SectionNames()));
+  }
+  return name;
+}
+
+CAttributeMap LoadTree(const FileObject& file, const CString& section) {
+  RequireKnownVersion(SectionVersion(file, section), section);
+  CAttributeMap tree;
+  if (!LoadAttributes(tree, file, section, false)) {
+    throw ToolError("section " + Quoted(section) + " cannot be read");
+  }
+  return tree;
+}
+
+SectionTree LoadSectionTree(const FileObject& file, const CString& section) {
+  // Without definitions every value is the text itself, so that is how the second tree is made.
+  CAttribDefMap& table = CAttribDefMap::GetAttribDefMap();
+  const CAttribDefMap definitions = table;
+  table = CAttribDefMap();
+  CAttributeMap stored = LoadTree(file, section);
+  table = definitions;
+  return {LoadTree(file, section), std::move(stored)};
+}
+
+}  // namespace lum::tool

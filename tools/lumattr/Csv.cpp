@@ -1,0 +1,27 @@
+#include "tools/lumattr/Csv.h"
+
+namespace lum::tool {
+namespace {
+
+/// A field by RFC 4180: in quotes when it holds a comma, a quote or a line break.
+std::string CsvField(const std::string& text) {
+  if (text.find_first_of(",\"\r\n") == std::string::npos) {
+    return text;
+  }
+  std::string quoted = "\"";
+  for (char ch : text) {
+    quoted.append(ch == '"' ? 2 : 1, ch);
+  }
+  return quoted + '"';
+}
+
+}  // namespace
+
+void PrintCsvLine(ToolContext& context, const TableRow& fields) {
+  for (std::size_t i = 0; i < fields.size(); ++i) {
+    context.out << (i == 0 ? "" : ",") << CsvField(fields[i]);
+  }
+  context.out << "\r\n";
+}
+
+}  // namespace lum::tool

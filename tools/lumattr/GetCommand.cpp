@@ -1,0 +1,67 @@
+// lumattr get: prints the value of one attribute.
+#include <memory>
+#include <nlohmann/json.hpp>
+
+#include "tools/lumattr/AttributeLookup.h"
+#include "tools/lumattr/Commands.h"
+#include "tools/lumattr/FlagNames.h"
+#include "tools/lumattr/KindText.h"
+#include "tools/lumattr/Text.h"
+
+namespace lum::tool {
+namespace {
+
+struct GetOptions {
+  AttributeArguments attribute;
+  bool flags = false;
+  bool json = false;
+};
+
+constexpr const char* kFooter =
+    "Prints the value's text as the file holds it.\n"
+    "Examples:\n"
+    "  lumattr get survey.cfg Survey MaxDepth\n"
+    "  lumattr get survey.cfg Survey 'Sensor(1).Offset' --flags\n"
+    "  lumattr get survey.cfg Survey MaxDepth --defs survey.def --json";
+
+void PrintJson(const LoadedSection& loaded, const SectionItem& item, ToolContext& context) {
+  const CString& name = loaded.path.back().name;
+  const std::optional<CString> displayName = DisplayName(name);
+  nlohmann::ordered_json json;
+  json["path"] = ToUtf8(FormatPath(loaded.path));
+  json["kind"] = KindName(KindOfName(name));
+  json["flags"] = item.flags;
+  json["flagNames"] = FlagNames(item.flags);
+  json["value"] = ToUtf8(item.value);
+  json["displayName"] = displayName ? nlohmann::ordered_json(ToUtf8(*displayName)) : nullptr;
+  context.out << json.dump() << '\n';
+}
+
+void Run(const GetOptions& options, ToolContext& context) {
+  const LoadedSection loaded = LoadSection(options.attribute, context);
+  const SectionItem* item = loaded.items.Find(loaded.path);
+  if (item == nullptr) {
+    ThrowMissing(loaded);
+  }
+  if (options.json) {
+    PrintJson(loaded, *item, context);
+  } else {
+    context.out << (options.flags ? FlagNamesText(item->flags) : ToUtf8(item->value)) << '\n';
+  }
+}
+
+}  // namespace
+
+void AddGetCommand(CLI::App& app, ToolContext& context) {
+  auto options = std::make_shared<GetOptions>();
+  CLI::App* command = app.add_subcommand("get", "Print the value of an attribute");
+  AddAttributeArguments(*command, options->attribute);
+  CLI::Option* flags =
+      command->add_flag("--flags", options->flags, "Print the flags by name instead");
+  command->add_flag("--json", options->json, "Print everything about the attribute as JSON")
+      ->excludes(flags);
+  command->footer(kFooter);
+  command->callback([options, &context] { Run(*options, context); });
+}
+
+}  // namespace lum::tool

@@ -1,0 +1,92 @@
+// lumattr names: searches the catalogue of attribute names.
+#include <memory>
+#include <nlohmann/json.hpp>
+
+#include "catalogue/AttributeNames.h"
+#include "tools/lumattr/Columns.h"
+#include "tools/lumattr/Commands.h"
+#include "tools/lumattr/Glob.h"
+#include "tools/lumattr/NearMiss.h"
+#include "tools/lumattr/Text.h"
+
+namespace lum::tool {
+namespace {
+
+struct NamesOptions {
+  std::string pattern = "*";
+  bool json = false;
+};
+
+constexpr const char* kFooter =
+    "PATTERN matches the constant or its text as a whole, case apart; * stands for any "
+    "characters,\n"
+    "? for one.\n"
+    "Examples:\n"
+    "  lumattr names\n"
+    "  lumattr names 'above*'\n"
+    "  lumattr names ATTR_ABOVECOLOR";
+
+std::vector<AttributeName> Matches(const CString& pattern) {
+  const CGlob glob(pattern);
+  std::vector<AttributeName> matches;
+  for (const AttributeName& name : AttributeNames()) {
+    if (glob.Matches(name.constant) || glob.Matches(name.mnemonic)) {
+      matches.push_back(name);
+    }
+  }
+  return matches;
+}
+
+[[noreturn]] void ThrowNoMatch(const CString& pattern) {
+  CNearMiss nearMiss(pattern);
+  for (const AttributeName& name : AttributeNames()) {
+    nearMiss.Offer(name.mnemonic);
+    nearMiss.Offer(name.constant);
+  }
+  throw ToolError("no name in the catalogue matches " + Quoted(pattern) + nearMiss.Suggestion());
+}
+
+void PrintJson(const std::vector<AttributeName>& names, ToolContext& context) {
+  nlohmann::ordered_json list = nlohmann::ordered_json::array();
+  for (const AttributeName& name : names) {
+    nlohmann::ordered_json entry;
+    entry["constant"] = ToUtf8(name.constant);
+    entry["mnemonic"] = ToUtf8(name.mnemonic);
+    list.push_back(entry);
+  }
+  context.out << list.dump(2) << '\n';
+}
+
+void PrintNames(const std::vector<AttributeName>& names, ToolContext& context) {
+  std::vector<TableRow> rows;
+  for (const AttributeName& name : names) {
+    rows.push_back({ToUtf8(name.constant), ToUtf8(name.mnemonic)});
+  }
+  PrintTable(context, {"CONSTANT", "MNEMONIC"}, rows);
+}
+
+void Run(const NamesOptions& options, ToolContext& context) {
+  const CString pattern = ArgumentText(options.pattern, "PATTERN");
+  const std::vector<AttributeName> names = Matches(pattern);
+  if (names.empty()) {
+    ThrowNoMatch(pattern);
+  }
+  if (options.json) {
+    PrintJson(names, context);
+  } else {
+    PrintNames(names, context);
+  }
+}
+
+}  // namespace
+
+void AddNamesCommand(CLI::App& app, ToolContext& context) {
+  auto options = std::make_shared<NamesOptions>();
+  CLI::App* command = app.add_subcommand("names", "Search the catalogue of attribute names");
+  command->add_option("PATTERN", options->pattern, "Constant or text, with * and ?");
+  command->add_flag("--json", options->json, "Print JSON");
+  command->footer(kFooter);
+  command->callback([options, &context] { Run(*options, context); });
+}
+
+}  // namespace lum::tool

@@ -1,0 +1,24 @@
+// lumattr: works on configuration files, definition files and the catalogue of names. The manual is
+// docs/lumattr.md.
+#include <iostream>
+
+#include "tools/lumattr/Commands.h"
+#include "tools/lumattr/RunTool.h"
+#include "tools/lumattr/Terminal.h"
+
+int main(int argc, char** argv) {
+  std::ios::sync_with_stdio(false);
+  lum::tool::ToolContext context{std::cout, std::cerr, lum::tool::MayColorOutput()};
+  return lum::tool::RunTool(argc, argv, context, [&context](CLI::App& app) {
+    lum::tool::AddCheckCommand(app, context);
+    lum::tool::AddConvertCommand(app, context);
+    lum::tool::AddDefsCommand(app, context);
+    lum::tool::AddDiffCommand(app, context);
+    lum::tool::AddGetCommand(app, context);
+    lum::tool::AddMergeCommand(app, context);
+    lum::tool::AddNamesCommand(app, context);
+    lum::tool::AddSetCommand(app, context);
+    lum::tool::AddShowCommand(app, context);
+    lum::tool::AddUnsetCommand(app, context);
+  });
+}
