@@ -73,10 +73,9 @@ int main(int argc, char** argv) {
   Print(loaded);
 
   CAttributeMap differences;
-  const bool differs =
-      tree.Compare(loaded, differences,
-                   CAttributeMap::COMPARE_VALUES | CAttributeMap::COMPARE_ADDED |
-                       CAttributeMap::COMPARE_REMOVED);
+  const bool differs = tree.Compare(loaded, differences,
+                                    CAttributeMap::COMPARE_VALUES | CAttributeMap::COMPARE_ADDED |
+                                        CAttributeMap::COMPARE_REMOVED);
   std::cout << (differs ? "The trees differ.\n" : "The trees are equal.\n");
   return differs ? EXIT_FAILURE : EXIT_SUCCESS;
 }
