@@ -92,7 +92,7 @@ int CLumType::SelectValue(CLumType& /*firstChoice*/, CLumType& /*secondChoice*/,
   return 0;
 }
 
-CLumType& CLumType::operator=(const CLumType& /*source*/) { return *this; }
+CLumType& CLumType::operator=(const CLumType&) = default;
 CLumType& CLumType::operator+=(const CLumType& /*source*/) { return *this; }
 CLumType& CLumType::operator-=(const CLumType& /*source*/) { return *this; }
 CLumType& CLumType::operator*=(const CLumType& /*source*/) { return *this; }

@@ -22,7 +22,7 @@ CLumType* NullWithoutRoom(const Make& make) noexcept {
 }
 
 template <typename Kind, typename... Arguments>
-CLumType* New(Arguments&&... arguments) noexcept {
+CLumType* New(Arguments&&... arguments) {
   return NullWithoutRoom([&] { return new Kind(std::forward<Arguments>(arguments)...); });
 }
 

@@ -18,8 +18,8 @@ struct LumTypeKind {
 /// when the code names no kind or memory is short.
 class LUM_ATTRIBUTES_API LumTypeCreator {
  public:
-  LumTypeCreator& operator=(const LumTypeCreator&) { return *this; }
-  LumTypeCreator& operator=(LumTypeCreator&&) noexcept { return *this; }
+  LumTypeCreator& operator=(const LumTypeCreator&) = default;
+  LumTypeCreator& operator=(LumTypeCreator&&) noexcept = default;
 
   /// An empty value (zero, empty text, empty list) of the kind; null for any code that is not in
   /// the table, and for TYPE_ANYTHING.

@@ -235,8 +235,9 @@ double Round(Mantissa& number, const Notation& notation) {
   *end++ = static_cast<char>(notation.exponentMark);
   const std::int64_t magnitude =
       std::clamp(number.magnitude, -kLargestMagnitude, kLargestMagnitude);
-  end =
-      std::to_chars(end, std::end(text), magnitude - number.count * notation.exponentPerDigit).ptr;
+  end = std::to_chars(end, std::end(text),
+                      magnitude - std::int64_t{number.count} * notation.exponentPerDigit)
+            .ptr;
   double value = 0.0;
   if (std::from_chars(text, end, value, notation.format).ec == std::errc::result_out_of_range) {
     // Too large and too small are reported alike.

@@ -1,5 +1,6 @@
 #include "tools/lumattr/AttributeLookup.h"
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <optional>
 #include <utility>

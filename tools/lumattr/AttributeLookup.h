@@ -2,13 +2,16 @@
 // not there.
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <string>
 
 #include "platform/LumBase.h"
 #include "tools/lumattr/AttributePath.h"
 #include "tools/lumattr/Definitions.h"
 #include "tools/lumattr/SectionItems.h"
+
+namespace CLI {
+class App;
+}
 
 namespace lum::tool {
 

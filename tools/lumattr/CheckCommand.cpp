@@ -1,4 +1,5 @@
 // lumattr check: names every place of a file that readers skip or misread in silence.
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstddef>
 #include <nlohmann/json.hpp>

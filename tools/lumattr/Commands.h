@@ -1,9 +1,11 @@
 // The commands of lumattr. Each function adds one command with its options, help and action.
 #pragma once
 
-#include <CLI/CLI.hpp>
-
 #include "tools/lumattr/ToolContext.h"
+
+namespace CLI {
+class App;
+}
 
 namespace lum::tool {
 

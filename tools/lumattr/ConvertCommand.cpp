@@ -1,4 +1,5 @@
 // lumattr convert: rewrites a section in the other format version.
+#include <CLI/CLI.hpp>
 #include <memory>
 
 #include "tools/lumattr/Commands.h"

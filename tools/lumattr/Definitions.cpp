@@ -1,5 +1,7 @@
 #include "tools/lumattr/Definitions.h"
 
+#include <CLI/CLI.hpp>
+
 #include "definitions/AttribDefMap.h"
 #include "platform/LumBase.h"
 #include "tools/lumattr/Text.h"

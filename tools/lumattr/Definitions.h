@@ -1,12 +1,15 @@
 // The options --defs and --lang: which definitions and translations a command works with.
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <optional>
 #include <string>
 
 #include "platform/Framework.h"
 #include "tools/lumattr/ToolContext.h"
+
+namespace CLI {
+class App;
+}
 
 namespace lum::tool {
 

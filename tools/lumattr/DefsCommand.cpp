@@ -1,4 +1,5 @@
 // lumattr defs: shows the definitions of a definition file.
+#include <CLI/CLI.hpp>
 #include <charconv>
 #include <memory>
 #include <nlohmann/json.hpp>

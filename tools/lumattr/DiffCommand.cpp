@@ -1,4 +1,5 @@
 // lumattr diff: which attributes changed, were added or were removed between two files.
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <memory>
 #include <nlohmann/json.hpp>

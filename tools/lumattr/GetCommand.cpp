@@ -1,4 +1,5 @@
 // lumattr get: prints the value of one attribute.
+#include <CLI/CLI.hpp>
 #include <memory>
 #include <nlohmann/json.hpp>
 

@@ -1,4 +1,5 @@
 // lumattr merge: lays the attributes of one file over those of another.
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <memory>
 
@@ -47,7 +48,7 @@ class CMergeRun {
       Merge(section);
     }
     const bool elsewhere = !m_options.out.empty();
-    if (elsewhere || m_summary.size() > 0) {
+    if (elsewhere || !m_summary.empty()) {
       SaveConfigFile(m_base, elsewhere ? m_options.out : m_options.base);
     }
     m_context.out << (m_summary.empty() ? "nothing to change\n" : m_summary);

@@ -1,4 +1,5 @@
 // lumattr names: searches the catalogue of attribute names.
+#include <CLI/CLI.hpp>
 #include <memory>
 #include <nlohmann/json.hpp>
 
@@ -59,6 +60,7 @@ void PrintJson(const std::vector<AttributeName>& names, ToolContext& context) {
 
 void PrintNames(const std::vector<AttributeName>& names, ToolContext& context) {
   std::vector<TableRow> rows;
+  rows.reserve(names.size());
   for (const AttributeName& name : names) {
     rows.push_back({ToUtf8(name.constant), ToUtf8(name.mnemonic)});
   }

@@ -1,5 +1,6 @@
 #include "tools/lumattr/RunTool.h"
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cerrno>
 #include <cstring>

@@ -2,10 +2,13 @@
 // and an exit code.
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <functional>
 
 #include "tools/lumattr/ToolContext.h"
+
+namespace CLI {
+class App;
+}
 
 namespace lum::tool {
 

@@ -1,4 +1,5 @@
 // lumattr set: changes the value and the flags of one attribute, one line of the file.
+#include <CLI/CLI.hpp>
 #include <memory>
 
 #include "tools/lumattr/Commands.h"

@@ -1,4 +1,5 @@
 // lumattr show: the sections of a file, or the tree of one.
+#include <CLI/CLI.hpp>
 #include <memory>
 #include <nlohmann/json.hpp>
 
@@ -56,6 +57,7 @@ TableRow SummaryRow(const SectionSummary& summary, std::string name) {
 
 void PrintSummaryTable(const std::vector<SectionSummary>& summaries, ToolContext& context) {
   std::vector<TableRow> rows;
+  rows.reserve(summaries.size());
   for (const SectionSummary& summary : summaries) {
     rows.push_back(SummaryRow(summary, Printable(summary.name)));
   }

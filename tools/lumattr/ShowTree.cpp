@@ -57,7 +57,7 @@ std::optional<std::string> Utf8(const std::optional<CString>& text) {
 std::string Indented(const CTreeWalk& walk) {
   const int depth = walk.Depth() - 1;
   const std::string name = Printable(FormatStep(walk.Step()));
-  const auto indent = static_cast<std::size_t>(2 * std::min(depth, kMaxIndentedDepth));
+  const auto indent = 2 * static_cast<std::size_t>(std::min(depth, kMaxIndentedDepth));
   const std::string mark = depth > kMaxIndentedDepth ? "[" + std::to_string(depth) + "] " : "";
   return std::string(indent, ' ') + mark + name;
 }

@@ -1,4 +1,5 @@
 // lumattr unset: removes one attribute with everything below it.
+#include <CLI/CLI.hpp>
 #include <memory>
 
 #include "tools/lumattr/Commands.h"
