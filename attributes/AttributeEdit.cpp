@@ -22,7 +22,7 @@ CAttributeMap& CAttributeMap::Insert(int n, const CString& name, const CLumType&
                                      unsigned int flags) {
   auto child = std::make_unique<CAttributeMap>(name, value, flags);
   m_children.insert(m_children.begin() + FindAttribute(name, n), child.get());
-  child.release();
+  (void)child.release();
   return *m_children[static_cast<std::size_t>(n)];
 }
 
@@ -58,7 +58,7 @@ bool CAttributeMap::Remove(const CString& name, int n) {
 
 void CAttributeMap::RemoveAll(const CString& name) {
   // The caller's string may be the name of a child that goes.
-  const CString removedName(name);
+  const CString removedName(name);  // NOLINT(performance-unnecessary-copy-initialization)
   auto kept = m_children.begin();
   for (CAttributeMap* child : m_children) {
     if (child->Mnemonic() == removedName) {

@@ -14,7 +14,7 @@ CAttributeRec::CAttributeRec(const CAttributeRec& other)
     : m_mnemonic(other.m_mnemonic), m_value(other.CopyValue()), m_flags(other.m_flags) {}
 
 CAttributeRec::CAttributeRec(CAttributeRec&& other) noexcept
-    : m_mnemonic(other.m_mnemonic),
+    : m_mnemonic(other.m_mnemonic),  // NOLINT(performance-move-constructor-init): it stays there.
       m_value(std::exchange(other.m_value, nullptr)),
       m_flags(other.m_flags) {}
 

@@ -46,13 +46,13 @@ class CSubtreeWriter {
   }
 
  private:
-  void SetKey(const CSaveFrame& frame, const CAttributeMap& child) {
+  void SetKey(CSaveFrame& frame, const CAttributeMap& child) {
     m_key.resize(frame.prefixLength);
     m_key += View(child.Mnemonic());
-    if (frame.children.Occurrence() != 0) {
-      CString occurrence;
-      AppendAttributeIndex(occurrence, frame.children.Occurrence());
-      m_key += View(occurrence);
+    if (const int occurrence = frame.children.Occurrence(); occurrence != 0) {
+      CString index;
+      AppendAttributeIndex(index, occurrence);
+      m_key += View(index);
     }
   }
 

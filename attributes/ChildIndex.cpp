@@ -1,7 +1,37 @@
-// The look-up of children by name and occurrence, and the walk that counts occurrences.
+// The look-up of children by name and occurrence, and the walks over children.
 #include "attributes/ChildIndex.h"
 
+#include <algorithm>
+#include <bit>
+
 namespace lum::detail {
+namespace {
+
+/// Names are often numbered and used in their order. Those that differ in the last character but
+/// one alone get neighbouring hashes, up to sixteen, so that a pass over many finds several in each
+/// piece of memory that it touches.
+std::uint32_t HashName(std::wstring_view name) {
+  constexpr std::uint32_t kNeighbours = 16;
+  constexpr std::uint32_t kSpread = 0x9E3779B1;
+  if (name.size() < 2) {
+    return static_cast<std::uint32_t>(std::hash<std::wstring_view>()(name));
+  }
+  const auto front =
+      static_cast<std::uint32_t>(std::hash<std::wstring_view>()(name.substr(0, name.size() - 2)));
+  const auto lastButOne = static_cast<std::uint32_t>(name[name.size() - 2]);
+  const auto last = static_cast<std::uint32_t>(name.back());
+  return front + ((last << 17) ^ (lastButOne / kNeighbours)) * kSpread + lastButOne % kNeighbours;
+}
+
+/// Occurrences of one name are spread over the table like different names.
+std::uint32_t HashKey(std::uint32_t nameHash, int occurrence) {
+  constexpr std::uint32_t kSpread = 0x85EBCA6B;
+  return nameHash + static_cast<std::uint32_t>(occurrence) * kSpread;
+}
+
+}  // namespace
+
+// ---- CChildIndex
 
 CAttributeMap* CChildIndex::Find(std::wstring_view name, int occurrence) {
   if (occurrence < 0) {
@@ -15,75 +45,127 @@ CAttributeMap* CChildIndex::Find(std::wstring_view name, int occurrence) {
     }
     return nullptr;
   }
-  const Occurrences* found = Lookup(name);
-  const auto place = static_cast<std::size_t>(occurrence);
-  return found != nullptr && place < found->size() ? (*found)[place] : nullptr;
+  IndexNewChildren();
+  const Slot& slot = SlotOf(name, HashName(name), occurrence);
+  return slot.pos != kFree ? (*m_children)[slot.pos] : nullptr;
 }
 
 int CChildIndex::Count(std::wstring_view name) {
   if (IsScanned()) {
-    int count = 0;
-    for (const CAttributeMap* child : *m_children) {
-      count += View(child->Mnemonic()) == name ? 1 : 0;
-    }
-    return count;
+    return CountBefore(m_children->size(), name);
   }
-  const Occurrences* found = Lookup(name);
-  return found != nullptr ? static_cast<int>(found->size()) : 0;
+  IndexNewChildren();
+  const Slot& first = SlotOf(name, HashName(name), 0);
+  return first.pos != kFree ? m_places[first.pos].count : 0;
 }
 
-const CChildIndex::Occurrences* CChildIndex::Lookup(std::wstring_view name) {
+int CChildIndex::OccurrenceAt(std::size_t pos) {
+  if (IsScanned()) {
+    return CountBefore(pos, NameAt(pos));
+  }
   IndexNewChildren();
-  const auto found = m_byName->find(name);
-  return found != m_byName->end() ? &found->second : nullptr;
+  return m_places[pos].occurrence;
+}
+
+int CChildIndex::CountBefore(std::size_t end, std::wstring_view name) const {
+  int count = 0;
+  for (std::size_t pos = 0; pos < end; ++pos) {
+    count += NameAt(pos) == name ? 1 : 0;
+  }
+  return count;
 }
 
 void CChildIndex::IndexNewChildren() {
-  if (m_byName == nullptr) {
-    m_byName = std::make_unique<Names>();
-    m_byName->reserve(m_children->size());
+  const std::size_t count = m_children->size();
+  if (m_places.size() == count) {
+    return;
   }
-  for (; m_indexed < m_children->size(); ++m_indexed) {
-    CAttributeMap* child = (*m_children)[m_indexed];
-    (*m_byName)[child->Mnemonic()].push_back(child);
+  MakeRoom(count);
+  while (m_places.size() < count) {
+    IndexChild(static_cast<std::uint32_t>(m_places.size()));
   }
+}
+
+void CChildIndex::IndexChild(std::uint32_t pos) {
+  const std::wstring_view name = NameAt(pos);
+  const std::uint32_t nameHash = HashName(name);
+  Slot* slot = &SlotOf(name, nameHash, 0);
+  int occurrence = 0;
+  if (slot->pos != kFree) {
+    occurrence = m_places[slot->pos].count++;
+    slot = &SlotOf(name, nameHash, occurrence);
+  }
+  *slot = {HashKey(nameHash, occurrence), pos};
+  m_places.push_back({occurrence, 1});
+}
+
+void CChildIndex::MakeRoom(std::size_t children) {
+  if (children * 2 <= m_slots.size()) {
+    return;
+  }
+  if (m_places.empty()) {
+    m_places.reserve(children);
+  }
+  std::vector<Slot> smaller(std::bit_ceil(children * 2));
+  smaller.swap(m_slots);
+  const std::size_t mask = m_slots.size() - 1;
+  for (const Slot& moved : smaller) {
+    if (moved.pos != kFree) {
+      std::size_t place = moved.hash & mask;
+      while (m_slots[place].pos != kFree) {
+        place = (place + 1) & mask;
+      }
+      m_slots[place] = moved;
+    }
+  }
+}
+
+/// The slot that holds the key, or the free one where it goes.
+CChildIndex::Slot& CChildIndex::SlotOf(std::wstring_view name, std::uint32_t nameHash,
+                                       int occurrence) {
+  const std::uint32_t hash = HashKey(nameHash, occurrence);
+  const std::size_t mask = m_slots.size() - 1;
+  for (std::size_t place = hash & mask;; place = (place + 1) & mask) {
+    Slot& slot = m_slots[place];
+    if (slot.pos == kFree || (slot.hash == hash && m_places[slot.pos].occurrence == occurrence &&
+                              NameAt(slot.pos) == name)) {
+      return slot;
+    }
+  }
+}
+
+// ---- Creating children
+
+CAttributeMap& CreateChild(CAttributeMap& parent, CChildIndex& index, std::wstring_view name,
+                           int occurrence) {
+  const CString childName = ToCString(name);
+  // Without the wanted one, the first of a name tells that there is none at all.
+  for (int missing = occurrence == 0 ? 0 : occurrence - index.Count(name); missing > 0; --missing) {
+    NodeAccess::Append(parent, childName);
+  }
+  return NodeAccess::Append(parent, childName);
 }
 
 CAttributeMap& FindCreateChild(CAttributeMap& parent, CChildIndex& index, std::wstring_view name,
                                int occurrence) {
   CAttributeMap* child = index.Find(name, occurrence);
-  if (child == nullptr) {
-    const CString childName = ToCString(name);
-    for (int count = index.Count(name); count <= occurrence; ++count) {
-      child = &NodeAccess::Append(parent, childName);
-    }
-  }
-  return *child;
+  return child != nullptr ? *child : CreateChild(parent, index, name, occurrence);
 }
 
-const CAttributeMap* CSiblingWalk::Next() {
-  if (m_next == m_children->size()) {
-    return nullptr;
+// ---- CPairWalk
+
+const CAttributeMap* CPairWalk::Next() {
+  m_child = m_walk.Next();
+  if (m_inStep && m_child != nullptr) {
+    const std::size_t pos = m_walk.Pos();
+    m_inStep = pos < m_others->size() && (*m_others)[pos]->Mnemonic() == m_child->Mnemonic();
   }
-  const CAttributeMap* child = (*m_children)[m_next];
-  m_occurrence = CountEarlier(View(child->Mnemonic()));
-  ++m_next;
-  return child;
+  return m_child;
 }
 
-int CSiblingWalk::CountEarlier(std::wstring_view name) {
-  if (m_children->size() > kScannedChildren) {
-    if (m_counts == nullptr) {
-      m_counts = std::make_unique<std::unordered_map<std::wstring_view, int>>();
-      m_counts->reserve(m_children->size());
-    }
-    return (*m_counts)[name]++;
-  }
-  int count = 0;
-  for (std::size_t pos = 0; pos < m_next; ++pos) {
-    count += View((*m_children)[pos]->Mnemonic()) == name ? 1 : 0;
-  }
-  return count;
+CAttributeMap* CPairWalk::Partner() {
+  return m_inStep ? (*m_others)[m_walk.Pos()]
+                  : m_otherIndex.Find(View(m_child->Mnemonic()), Occurrence());
 }
 
 }  // namespace lum::detail

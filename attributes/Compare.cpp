@@ -25,24 +25,17 @@ struct CPassRules {
 
 /// A pair of nodes whose children are being compared, and the differences found below it.
 struct CPairFrame {
-  CPairFrame(const CAttributeMap& walkedNode, const CAttributeMap& partnerNode,
-             int walkedOccurrence)
-      : walked(&walkedNode),
-        partner(&partnerNode),
-        occurrence(walkedOccurrence),
-        children(walkedNode),
-        partners(partnerNode) {}
+  CPairFrame(const CAttributeMap& walkedNode, const CAttributeMap& partnerNode)
+      : walked(&walkedNode), partner(&partnerNode), children(walkedNode, partnerNode) {}
 
-  /// The entry of a child of the walked node; made when it is not there.
-  CAttributeMap& Entry(const CAttributeMap& child, int childOccurrence) {
-    return FindCreateChild(found, foundIndex, View(child.Mnemonic()), childOccurrence);
+  /// The entry of the child that was visited last; made when it is not there.
+  CAttributeMap& Entry(const CAttributeMap& child) {
+    return FindCreateChild(found, foundIndex, View(child.Mnemonic()), children.Occurrence());
   }
 
   const CAttributeMap* walked;
   const CAttributeMap* partner;
-  int occurrence;
-  CSiblingWalk children;
-  CChildIndex partners;
+  CPairWalk children;
   CAttributeMap found;
   CChildIndex foundIndex{found};
 };
@@ -85,7 +78,7 @@ class CComparisonPass {
 
   /// Walks one tree beside the other and adds what it finds to the children of `diff`.
   void Run(const CAttributeMap& walked, const CAttributeMap& partner, CAttributeMap& diff) {
-    CPairFrame& root = m_frames.emplace_back(walked, partner, 0);
+    CPairFrame& root = m_frames.emplace_back(walked, partner);
     NodeAccess::Children(root.found).swap(NodeAccess::Children(diff));
     while (const CAttributeMap* child = NextChild()) {
       VisitChild(*child);
@@ -110,16 +103,15 @@ class CComparisonPass {
 
   void VisitChild(const CAttributeMap& child) {
     CPairFrame& frame = m_frames.back();
-    const int occurrence = frame.children.Occurrence();
-    const CAttributeMap* partner = frame.partners.Find(View(child.Mnemonic()), occurrence);
+    const CAttributeMap* partner = frame.children.Partner();
     if (partner == nullptr) {
       if (m_rules.reportUnpaired) {
-        frame.Entry(child, occurrence) = child;
+        frame.Entry(child) = child;
       }
     } else if (child.Count() != 0) {
-      m_frames.emplace_back(child, *partner, occurrence);
+      m_frames.emplace_back(child, *partner);
     } else {
-      CompareValues(frame, child, *partner, occurrence);
+      CompareValues(frame, child, *partner);
     }
   }
 
@@ -127,9 +119,9 @@ class CComparisonPass {
     CPairFrame& done = m_frames.back();
     CPairFrame& above = m_frames[m_frames.size() - 2];
     if (done.found.Count() != 0) {
-      AttachBelow(above.Entry(*done.walked, done.occurrence), done.found);
+      AttachBelow(above.Entry(*done.walked), done.found);
     }
-    CompareValues(above, *done.walked, *done.partner, done.occurrence);
+    CompareValues(above, *done.walked, *done.partner);
     m_frames.pop_back();
   }
 
@@ -144,10 +136,10 @@ class CComparisonPass {
     }
   }
 
-  void CompareValues(CPairFrame& frame, const CAttributeMap& walked, const CAttributeMap& partner,
-                     int occurrence) const {
+  void CompareValues(CPairFrame& frame, const CAttributeMap& walked,
+                     const CAttributeMap& partner) const {
     if (m_rules.compareValues && !AreValuesEqual(partner, walked)) {
-      CAttributeMap& entry = frame.Entry(walked, occurrence);
+      CAttributeMap& entry = frame.Entry(walked);
       entry.SetValue(walked.Value());
       entry.SetFlags(walked.Flags());
     }

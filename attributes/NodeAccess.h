@@ -27,7 +27,7 @@ struct NodeAccess {
   static CAttributeMap& Append(CAttributeMap& parent, const CString& name,
                                std::unique_ptr<CLumType> value, unsigned int flags) {
     std::unique_ptr<CAttributeMap> child(new CAttributeMap(name, value.get(), flags));
-    value.release();
+    (void)value.release();
     return Append(parent, std::move(child));
   }
 

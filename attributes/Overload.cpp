@@ -3,6 +3,7 @@
 
 #include <deque>
 #include <memory>
+#include <vector>
 
 #include "attributes/ChildIndex.h"
 #include "attributes/ItemCodec.h"
@@ -14,11 +15,10 @@ namespace {
 /// A pair of nodes whose children are being merged.
 struct CMergeFrame {
   CMergeFrame(CAttributeMap& targetNode, const CAttributeMap& sourceNode)
-      : target(&targetNode), sources(sourceNode), targets(targetNode) {}
+      : target(&targetNode), sources(sourceNode, targetNode) {}
 
   CAttributeMap* target;
-  CSiblingWalk sources;
-  CChildIndex targets;
+  CPairWalk sources;
 };
 
 unsigned int ProtectingFlags(bool strict) {
@@ -38,6 +38,27 @@ void MergeNode(CAttributeMap& target, const CAttributeMap& source, bool copyFlag
   target.SetLastSelected(source.IsLastSelected());
 }
 
+bool IsBelow(const CAttributeMap& node, const CAttributeMap& tree) {
+  std::vector<const CAttributeMap*> parents{&tree};
+  while (!parents.empty()) {
+    const CAttributeMap* parent = parents.back();
+    parents.pop_back();
+    for (const CAttributeMap* child : NodeAccess::Children(*parent)) {
+      if (child == &node) {
+        return true;
+      }
+      if (child->Count() != 0) {
+        parents.push_back(child);
+      }
+    }
+  }
+  return false;
+}
+
+bool ShareNodes(const CAttributeMap& a, const CAttributeMap& b) {
+  return &a == &b || IsBelow(a, b) || IsBelow(b, a);
+}
+
 }  // namespace
 
 void Overlay(CAttributeMap& target, const CAttributeMap& source, COverlaySwitches switches) {
@@ -54,8 +75,7 @@ void Overlay(CAttributeMap& target, const CAttributeMap& source, COverlaySwitche
     if (IsOrderInfo(*child) && !(firstLevel && switches.orderInfo)) {
       continue;
     }
-    CAttributeMap* partner =
-        frame.targets.Find(View(child->Mnemonic()), frame.sources.Occurrence());
+    CAttributeMap* partner = frame.sources.Partner();
     if (partner != nullptr) {
       MergeNode(*partner, *child, switches.copyFlags, firstLevel && switches.strict);
       if (child->Count() != 0) {
@@ -80,8 +100,12 @@ void CAttributeMap::Overload(const CAttributeMap& src, unsigned int flags) {
 
 void CAttributeMap::Overload(const CAttributeMap& src, bool addNew, bool copyFlags, bool orderInfo,
                              bool strict) {
-  // The source may be part of this tree, or this node part of the source: merging from a copy keeps
-  // it from changing while it is read.
-  const CAttributeMap source(src);
-  lum::detail::Overlay(*this, source, {addNew, copyFlags, orderInfo, strict});
+  const lum::detail::COverlaySwitches switches{addNew, copyFlags, orderInfo, strict};
+  if (lum::detail::ShareNodes(*this, src)) {
+    // Merging from a copy keeps the source from changing while it is read.
+    const CAttributeMap source(src);
+    lum::detail::Overlay(*this, source, switches);
+  } else {
+    lum::detail::Overlay(*this, src, switches);
+  }
 }

@@ -67,7 +67,8 @@ bool CTreeInserter::TakePlaceholders(CAttributeMap& node, CKeyPath path) {
     if (piece.occurrence < 0) {
       break;
     }
-    needed += piece.occurrence - (first ? IndexOf(node).Count(piece.name) : 0);
+    const bool mayHaveSome = first && piece.occurrence > 0;
+    needed += piece.occurrence - (mayHaveSome ? IndexOf(node).Count(piece.name) : 0);
     first = false;
   }
   if (needed > m_placeholdersLeft) {
@@ -85,7 +86,7 @@ CAttributeMap* CTreeInserter::CreateMissing(CAttributeMap& node, CKeyPath path) 
     if (piece.occurrence < 0) {
       return nullptr;
     }
-    created = &FindCreateChild(*created, IndexOf(*created), piece.name, piece.occurrence);
+    created = &CreateChild(*created, IndexOf(*created), piece.name, piece.occurrence);
   }
   return created;
 }

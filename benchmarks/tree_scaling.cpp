@@ -1,11 +1,15 @@
 // Times the operations on whole trees with 100,000 and with 200,000 siblings below one parent, once
 // all with different names and once all with one name. The time of each operation should about
-// double. The program checks every answer and ends with 1 when one is wrong.
+// double. The program checks every answer and ends with 1 when one is wrong. It writes a file to
+// the system's folder for temporary files and removes it.
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <filesystem>
 #include <functional>
 #include <optional>
+#include <random>
+#include <string>
 #include <vector>
 
 #include "attributes/AttributeMap.h"
@@ -14,8 +18,8 @@ namespace {
 
 using CMilliseconds = std::vector<double>;
 
-const char* const kOperations[] = {"build", "copy", "compare", "overload",
-                                   "save",  "load", "destroy"};
+const char* const kOperations[] = {"build", "copy",       "compare",   "overload", "save",
+                                   "load",  "write file", "read file", "destroy"};
 
 bool allRight = true;
 
@@ -59,6 +63,13 @@ bool HoldsItsPlaces(const CAttributeMap& map, int siblings) {
   return map.Count() == siblings;
 }
 
+const std::filesystem::path& TemporaryPath() {
+  static const std::filesystem::path path =
+      std::filesystem::temp_directory_path() /
+      ("lum_tree_scaling_" + std::to_string(std::random_device()()) + ".cfg");
+  return path;
+}
+
 CMilliseconds MeasureTree(int siblings, bool oneName) {
   CMilliseconds times;
   std::optional<CAttributeMap> tree;
@@ -89,6 +100,15 @@ CMilliseconds MeasureTree(int siblings, bool oneName) {
   times.push_back(Measure([&] { LoadAttributes(loaded, file, L"Section", false); }));
   Check(HoldsItsPlaces(loaded, siblings), "load");
 
+  const CString path(TemporaryPath().wstring().c_str());
+  times.push_back(Measure([&] { saved = file.Save(path); }));
+  FileObject read;
+  bool wasRead = false;
+  times.push_back(Measure([&] { wasRead = read.Load(path); }));
+  Check(saved && wasRead && LoadAttributes(loaded, read, L"Section", false) &&
+            HoldsItsPlaces(loaded, siblings),
+        "write and read file");
+
   times.push_back(Measure([&] { tree.reset(); }));
   return times;
 }
@@ -111,11 +131,12 @@ void Report(bool oneName) {
   constexpr int kLarge = 200'000;
   const CMilliseconds small = MeasureBest(kSmall, oneName);
   const CMilliseconds large = MeasureBest(kLarge, oneName);
-  std::printf("%s\n%-10s %12d %12d %8s\n", oneName ? "one name" : "distinct names", "ms", kSmall,
-              kLarge, "ratio");
+  constexpr double kNanosecondsEach = 1e6 / kLarge;
+  std::printf("%s\n%-10s %12d %12d %8s %8s\n", oneName ? "one name" : "distinct names", "ms",
+              kSmall, kLarge, "ratio", "ns each");
   for (std::size_t i = 0; i < small.size(); ++i) {
-    std::printf("%-10s %12.1f %12.1f %8.2f\n", kOperations[i], small[i], large[i],
-                large[i] / small[i]);
+    std::printf("%-10s %12.1f %12.1f %8.2f %8.0f\n", kOperations[i], small[i], large[i],
+                large[i] / small[i], large[i] * kNanosecondsEach);
   }
 }
 
@@ -124,5 +145,6 @@ void Report(bool oneName) {
 int main() {
   Report(false);
   Report(true);
+  std::filesystem::remove(TemporaryPath());
   return allRight ? 0 : 1;
 }

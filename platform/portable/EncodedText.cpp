@@ -1,4 +1,5 @@
-// UTF-8 and ANSI are converted by the platform's text conversion, UTF-16 here.
+// UTF-8 and ANSI are converted by the platform's text conversion, UTF-16 here. Most texts are ASCII
+// alone, which is the same in UTF-8 and every ANSI code page and takes a short way.
 #include "platform/portable/EncodedText.h"
 
 #include <algorithm>
@@ -24,9 +25,38 @@ bool IsUtf16(TextFileEncoding encoding) {
 bool IsHighSurrogate(char16_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
 bool IsLowSurrogate(char16_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
 
-bool IsAscii(std::string_view bytes) {
-  return std::all_of(bytes.begin(), bytes.end(),
-                     [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
+// Looks at all characters, not only up to the first other one: a loop without a way out is turned
+// into one over many characters at once.
+template <typename Ch>
+bool IsAscii(const Ch* text, std::size_t length) {
+  using Code = std::make_unsigned_t<Ch>;
+  Code bits = 0;
+  for (std::size_t i = 0; i < length; ++i) {
+    bits = static_cast<Code>(bits | static_cast<Code>(text[i]));
+  }
+  return bits < 0x80;
+}
+
+bool IsAscii(std::string_view bytes) { return IsAscii(bytes.data(), bytes.size()); }
+
+bool IsAscii(const CString& text) {
+  return IsAscii(text.GetString(), static_cast<std::size_t>(text.GetLength()));
+}
+
+CString WidenAscii(std::string_view bytes) {
+  const auto length = static_cast<int>(bytes.size());
+  CString text;
+  std::copy(bytes.begin(), bytes.end(), text.GetBuffer(length));
+  text.ReleaseBuffer(length);
+  return text;
+}
+
+void AppendAscii(const CString& text, std::string& bytes) {
+  const std::size_t begin = bytes.size();
+  const wchar_t* chars = text.GetString();
+  bytes.resize(begin + static_cast<std::size_t>(text.GetLength()));
+  std::transform(chars, chars + text.GetLength(), bytes.data() + begin,
+                 [](wchar_t ch) { return static_cast<char>(ch); });
 }
 
 CStringA ToByteString(std::string_view bytes) {
@@ -151,6 +181,9 @@ std::size_t UnitSize(TextFileEncoding encoding) { return IsUtf16(encoding) ? 2 :
 // byte taken as Latin-1 comes back as two, so only valid text keeps its size on the way to wide
 // text and back.
 bool IsValidUtf8(std::string_view bytes) {
+  if (IsAscii(bytes)) {
+    return true;
+  }
   for (std::size_t begin = 0; begin < bytes.size();) {
     const CLineBounds line = LineAt(bytes, begin, TextFileEncoding::Utf8);
     const std::string_view text = bytes.substr(begin, line.next - begin);
@@ -176,11 +209,18 @@ CString DecodeText(std::string_view bytes, TextFileEncoding encoding) {
   if (IsUtf16(encoding)) {
     return DecodeUtf16(CCodeUnits(bytes, encoding));
   }
+  if (IsAscii(bytes)) {
+    return WidenAscii(bytes);
+  }
   return encoding == TextFileEncoding::Ansi ? AnsiToWide(ToByteString(bytes))
                                             : Utf8ToWide(ToByteString(bytes));
 }
 
 bool EncodeText(const CString& text, TextFileEncoding encoding, std::string& bytes) {
+  if (!IsUtf16(encoding) && IsAscii(text)) {
+    AppendAscii(text, bytes);
+    return true;
+  }
   const std::size_t begin = bytes.size();
   if (IsUtf16(encoding)) {
     EncodeUtf16(text, encoding, bytes);

@@ -56,19 +56,23 @@ void CFileDocument::AddLoadedItem(const CString& key, const CString& value, CByt
                                   CByteSpan loadedValue) {
   CFileRecord record = LoadedRecord(Kind::Item, line);
   record.key = key;
+  record.keyHash = HashKey(key);
   record.value = value;
   record.loadedValue = loadedValue;
+  const CKeyHash hash = record.keyHash;
+  const CPoolIndex owner = m_blocks[m_lastBlock].section;
+  const CPoolIndex older = FindRecord(owner, key, hash);
   const CPoolIndex item = InsertAfter(m_blocks[m_lastBlock].last, std::move(record));
-  CFileSection& section = m_sections[m_blocks[m_lastBlock].section];
-  const auto [place, isNew] = section.items.try_emplace(key, item);
-  if (isNew) {
+  CFileSection& section = m_sections[owner];
+  if (older == kNoIndex) {
+    section.items.Add(hash, item);
     ++section.itemCount;
     return;
   }
-  m_records[item].key = place->first;
-  m_records[item].older = place->second;
-  m_records[place->second].isShadowed = true;
-  place->second = item;
+  m_records[item].key = m_records[older].key;
+  m_records[item].older = older;
+  m_records[older].isShadowed = true;
+  section.items.Replace(hash, older, item);
 }
 
 // ---- Sections

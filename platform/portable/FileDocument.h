@@ -17,6 +17,7 @@
 
 #include "platform/FileObject.h"
 #include "platform/portable/IndexPool.h"
+#include "platform/portable/KeyIndex.h"
 #include "platform/portable/TextHash.h"
 
 namespace lum::detail {
@@ -38,6 +39,7 @@ struct CFileRecord {
   CPoolIndex previous = kNoIndex;  ///< In the block.
   CPoolIndex next = kNoIndex;
   CPoolIndex older = kNoIndex;  ///< The next line above of the same key.
+  CKeyHash keyHash = 0;         ///< Of an item.
   std::uint32_t order = 0;      ///< See CFileSection::cursor.
   Kind kind = Kind::Text;
   bool isLoaded = false;
@@ -63,7 +65,7 @@ struct CFileSection {
   CPoolIndex firstBlock = kNoIndex;
   CPoolIndex lastBlock = kNoIndex;
   /// The record that counts for each key, remembered ones included.
-  std::unordered_map<CString, CPoolIndex, CTextHash> items;
+  CKeyIndex items;
   std::size_t itemCount = 0;
   /// While places are remembered: the record after which the next new item goes. It moves with the
   /// items that are set, so that items stand in the order of the calls and, as far as that allows,
@@ -151,17 +153,21 @@ class CFileDocument {
   void RemoveRecords(CPoolIndex block);
   bool Exists(CPoolIndex section) const;
 
+  /// The record that counts for a key, also a remembered one; kNoIndex when there is none.
+  CPoolIndex FindRecord(CPoolIndex section, const CString& key, CKeyHash hash) const;
+  /// The same of an item, so not a remembered one.
+  CPoolIndex FindItemRecord(CPoolIndex section, const CString& key) const;
   CPoolIndex InsertAfter(CPoolIndex place, CFileRecord record);
   void LinkAfter(CPoolIndex place, CPoolIndex record);
   void Unlink(CPoolIndex record);
   void RemoveRecord(CPoolIndex record);
-  void RemoveLines(CPoolIndex item);
+  void RemoveKey(CPoolIndex section, CPoolIndex item);
   bool FreeKey(CPoolIndex section, const CString& key);
   bool IsLoadedKey(const CFileRecord& item, const CString& key) const;
   CPoolIndex ItemOrHeaderAbove(CPoolIndex record) const;
 
   void SetValue(CFileRecord& item, const CString& value);
-  void AddItem(CPoolIndex section, const CString& key, const CString& value);
+  void AddItem(CPoolIndex section, CFileRecord item);
   void Revive(CPoolIndex section, CPoolIndex item);
   void FollowWithCursor(CPoolIndex section, CPoolIndex item);
   CPoolIndex EndOfItems(CPoolIndex section);

@@ -6,14 +6,34 @@
 
 namespace lum::detail {
 
+namespace {
+
+CFileRecord NewItem(const CString& key, CKeyHash hash, const CString& value) {
+  CFileRecord item;
+  item.kind = CFileRecord::Kind::Item;
+  item.key = key;
+  item.keyHash = hash;
+  item.value = value;
+  return item;
+}
+
+}  // namespace
+
 // ---- Reading
 
 const CFileRecord* CFileDocument::FindItem(CPoolIndex section, const CString& key) const {
-  const auto found = m_sections[section].items.find(key);
-  if (found == m_sections[section].items.end() || m_records[found->second].isRemembered) {
-    return nullptr;
-  }
-  return &m_records[found->second];
+  const CPoolIndex item = FindItemRecord(section, key);
+  return item == kNoIndex ? nullptr : &m_records[item];
+}
+
+CPoolIndex CFileDocument::FindItemRecord(CPoolIndex section, const CString& key) const {
+  const CPoolIndex item = FindRecord(section, key, HashKey(key));
+  return item == kNoIndex || m_records[item].isRemembered ? kNoIndex : item;
+}
+
+CPoolIndex CFileDocument::FindRecord(CPoolIndex section, const CString& key, CKeyHash hash) const {
+  return m_sections[section].items.Find(
+      hash, [&](CPoolIndex item) { return m_records[item].key == key; });
 }
 
 CFileDocument::Items CFileDocument::AllItems(CPoolIndex section) const {
@@ -55,21 +75,21 @@ void CFileDocument::SetValue(CFileRecord& item, const CString& value) {
 }
 
 bool CFileDocument::ReplaceItem(CPoolIndex section, const CString& key, const CString& value) {
-  const auto found = m_sections[section].items.find(key);
-  if (found == m_sections[section].items.end() || m_records[found->second].isRemembered) {
+  const CPoolIndex item = FindItemRecord(section, key);
+  if (item == kNoIndex) {
     return false;
   }
-  SetValue(m_records[found->second], value);
+  SetValue(m_records[item], value);
   return true;
 }
 
 void CFileDocument::PutItem(CPoolIndex section, const CString& key, const CString& value) {
-  const auto found = m_sections[section].items.find(key);
-  if (found == m_sections[section].items.end()) {
-    AddItem(section, key, value);
+  const CKeyHash hash = HashKey(key);
+  const CPoolIndex item = FindRecord(section, key, hash);
+  if (item == kNoIndex) {
+    AddItem(section, NewItem(key, hash, value));
     return;
   }
-  const CPoolIndex item = found->second;
   if (m_records[item].isRemembered) {
     Revive(section, item);
   }
@@ -78,17 +98,18 @@ void CFileDocument::PutItem(CPoolIndex section, const CString& key, const CStrin
 }
 
 bool CFileDocument::RemoveItem(CPoolIndex section, const CString& key) {
-  const auto found = m_sections[section].items.find(key);
-  if (found == m_sections[section].items.end() || m_records[found->second].isRemembered) {
+  const CPoolIndex item = FindItemRecord(section, key);
+  if (item == kNoIndex) {
     return false;
   }
-  RemoveLines(found->second);
-  m_sections[section].items.erase(found);
+  RemoveKey(section, item);
   --m_sections[section].itemCount;
   return true;
 }
 
-void CFileDocument::RemoveLines(CPoolIndex item) {
+// Removes the record that counts for a key and those it overrides.
+void CFileDocument::RemoveKey(CPoolIndex section, CPoolIndex item) {
+  m_sections[section].items.Remove(m_records[item].keyHash, item);
   while (item != kNoIndex) {
     const CPoolIndex older = m_records[item].older;
     RemoveRecord(item);
@@ -98,16 +119,17 @@ void CFileDocument::RemoveLines(CPoolIndex item) {
 
 // All lines of the key are renamed: an overridden one would count under the old key otherwise.
 bool CFileDocument::RenameItem(CPoolIndex section, const CString& key, const CString& newKey) {
-  if (FindItem(section, key) == nullptr || !FreeKey(section, newKey)) {
+  const CPoolIndex item = FindItemRecord(section, key);
+  if (item == kNoIndex || !FreeKey(section, newKey)) {
     return false;
   }
-  auto& items = m_sections[section].items;
-  const CPoolIndex item = items.at(key);
-  items.erase(key);
-  items.emplace(newKey, item);
+  const CKeyHash newHash = HashKey(newKey);
+  m_sections[section].items.Remove(m_records[item].keyHash, item);
+  m_sections[section].items.Add(newHash, item);
   for (CPoolIndex line = item; line != kNoIndex; line = m_records[line].older) {
     CFileRecord& renamed = m_records[line];
     renamed.key = newKey;
+    renamed.keyHash = newHash;
     renamed.isRenamed = renamed.isLoaded && !IsLoadedKey(renamed, newKey);
   }
   return true;
@@ -122,16 +144,15 @@ bool CFileDocument::IsLoadedKey(const CFileRecord& item, const CString& key) con
 
 bool CFileDocument::InsertItem(CPoolIndex section, const CString& beforeKey, const CString& key,
                                const CString& value) {
-  if (FindItem(section, beforeKey) == nullptr || !FreeKey(section, key)) {
+  const CPoolIndex before = FindItemRecord(section, beforeKey);
+  if (before == kNoIndex || !FreeKey(section, key)) {
     return false;
   }
-  const CPoolIndex above = m_records[m_sections[section].items.at(beforeKey)].previous;
-  CFileRecord record;
-  record.kind = Kind::Item;
-  record.key = key;
-  record.value = value;
-  record.order = m_records[above].order;
-  m_sections[section].items.emplace(key, InsertAfter(above, std::move(record)));
+  const CPoolIndex above = m_records[before].previous;
+  const CKeyHash hash = HashKey(key);
+  CFileRecord item = NewItem(key, hash, value);
+  item.order = m_records[above].order;
+  m_sections[section].items.Add(hash, InsertAfter(above, std::move(item)));
   ++m_sections[section].itemCount;
   return true;
 }
@@ -139,33 +160,29 @@ bool CFileDocument::InsertItem(CPoolIndex section, const CString& beforeKey, con
 // Forgets the remembered place of a key, so that the key can stand elsewhere. False when an item
 // has the key.
 bool CFileDocument::FreeKey(CPoolIndex section, const CString& key) {
-  const auto found = m_sections[section].items.find(key);
-  if (found == m_sections[section].items.end()) {
+  const CPoolIndex item = FindRecord(section, key, HashKey(key));
+  if (item == kNoIndex) {
     return true;
   }
-  if (!m_records[found->second].isRemembered) {
+  if (!m_records[item].isRemembered) {
     return false;
   }
-  RemoveLines(found->second);
-  m_sections[section].items.erase(found);
+  RemoveKey(section, item);
   return true;
 }
 
 // ---- The place of a new item
 
-void CFileDocument::AddItem(CPoolIndex section, const CString& key, const CString& value) {
+void CFileDocument::AddItem(CPoolIndex section, CFileRecord item) {
   const CPoolIndex cursor = m_sections[section].cursor;
   const CPoolIndex place = cursor != kNoIndex ? cursor : EndOfItems(section);
-  CFileRecord record;
-  record.kind = Kind::Item;
-  record.key = key;
-  record.value = value;
-  record.order = m_sections[section].cursorOrder;
-  const CPoolIndex item = InsertAfter(place, std::move(record));
-  m_sections[section].items.emplace(key, item);
+  const CKeyHash hash = item.keyHash;
+  item.order = m_sections[section].cursorOrder;
+  const CPoolIndex added = InsertAfter(place, std::move(item));
+  m_sections[section].items.Add(hash, added);
   ++m_sections[section].itemCount;
   if (cursor != kNoIndex) {
-    m_sections[section].cursor = item;
+    m_sections[section].cursor = added;
   }
 }
 
@@ -269,7 +286,7 @@ void CFileDocument::ForgetRemembered(CPoolIndex section, bool loadedToo) {
       return;
     }
     if (!record.isShadowed) {
-      m_sections[section].items.erase(record.key);
+      m_sections[section].items.Remove(record.keyHash, index);
     }
     RemoveRecord(index);
   });

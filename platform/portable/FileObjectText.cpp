@@ -240,7 +240,7 @@ FileObjectLine DescribeLine(std::string_view text, TextFileEncoding encoding,
 
 }  // namespace
 
-CFileDocument ParseFile(std::shared_ptr<const std::string> bytes) {
+CFileDocument ParseFile(const std::shared_ptr<const std::string>& bytes) {
   const CTextFile file(*bytes, DetectEncoding(*bytes));
   CFileDocument document;
   document.StartLoading(bytes, file.encoding,

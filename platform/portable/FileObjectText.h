@@ -11,7 +11,7 @@
 namespace lum::detail {
 
 /// Any bytes are a file: lines without meaning are kept as they are.
-CFileDocument ParseFile(std::shared_ptr<const std::string> file);
+CFileDocument ParseFile(const std::shared_ptr<const std::string>& file);
 
 /// Makes the bytes of the file. False when a text cannot be written in the file's encoding; `error`
 /// then says which.

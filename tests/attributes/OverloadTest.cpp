@@ -171,11 +171,25 @@ TEST(Overload, MergesFromItsOwnTreeAsFromACopy) {
     expected.Overload(CAttributeMap(tree.Find(L"A")), addNew, true, true, false);
     EXPECT_EQ(DescribeNode(fromBelow), DescribeNode(expected));
 
+    CAttributeMap fromFarBelow = tree;
+    fromFarBelow.Overload(*fromFarBelow.GetAttrMap(L"A")->GetAttrMap(L"A"), addNew, true, true,
+                          false);
+    expected = tree;
+    expected.Overload(CAttributeMap(tree.Find(L"A").Find(L"A")), addNew, true, true, false);
+    EXPECT_EQ(DescribeNode(fromFarBelow), DescribeNode(expected));
+
     CAttributeMap fromAbove = tree;
     fromAbove.GetAttrMap(L"A")->Overload(fromAbove, addNew, true, true, false);
     expected = tree;
     expected.GetAttrMap(L"A")->Overload(tree, addNew, true, true, false);
     EXPECT_EQ(DescribeNode(fromAbove), DescribeNode(expected));
+
+    CAttributeMap fromFarAbove = tree;
+    fromFarAbove.GetAttrMap(L"A")->GetAttrMap(L"A")->Overload(fromFarAbove, addNew, true, true,
+                                                              false);
+    expected = tree;
+    expected.GetAttrMap(L"A")->GetAttrMap(L"A")->Overload(tree, addNew, true, true, false);
+    EXPECT_EQ(DescribeNode(fromFarAbove), DescribeNode(expected));
 
     CAttributeMap fromItself = tree;
     fromItself.Overload(fromItself, addNew, true, true, false);

@@ -81,13 +81,38 @@ TEST(EncodedText, KnowsTheRulesOfUtf8) {
 }
 
 TEST(EncodedText, WritesWhatReadsBack) {
-  const wchar_t* const texts[] = {L"",       L"plain",  L"\u00E4\u20AC", L"\U0001F600",
-                                  L"\uFEFF", L"\uFFFD", L"a\nb\r"};
+  const CString texts[] = {L"",
+                           L"plain",
+                           L"\u00E4\u20AC",
+                           L"\U0001F600",
+                           L"\uFEFF",
+                           L"\uFFFD",
+                           L"a\nb\r",
+                           L"\x01\x7F",
+                           L"\x7F\x80",
+                           L"\u00E4plain",
+                           L"plain\u00E4",
+                           L"x\u00FFy",
+                           CString(L"\0a\0", 3)};
   for (const E encoding : kAll) {
-    for (const wchar_t* text : texts) {
+    for (const CString& text : texts) {
       std::string bytes = "before";
       EXPECT_TRUE(EncodeText(text, encoding, bytes));
-      EXPECT_EQ(DecodeText(std::string_view(bytes).substr(6), encoding), CString(text));
+      EXPECT_EQ(bytes.substr(0, 6), "before");
+      EXPECT_EQ(DecodeText(std::string_view(bytes).substr(6), encoding), text);
+    }
+  }
+}
+
+TEST(EncodedText, AsciiIsTheSameInUtf8AndAnsi) {
+  for (const E encoding : {E::Utf8, E::Utf8WithMark, E::Ansi}) {
+    for (int code = 0; code < 0x80; ++code) {
+      const CString text(static_cast<wchar_t>(code), 3);
+      const std::string expected(3, static_cast<char>(code));
+      std::string bytes;
+      EXPECT_TRUE(EncodeText(text, encoding, bytes));
+      EXPECT_EQ(bytes, expected);
+      EXPECT_EQ(DecodeText(expected, encoding), text);
     }
   }
 }

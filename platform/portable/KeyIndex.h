@@ -1,0 +1,116 @@
+// CKeyIndex: finds objects of a pool by the hashes of their keys. The keys themselves stay in the
+// objects; the table holds hashes and places alone, side by side, so that it stays small, is copied
+// as it is and a look-up touches little memory.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <string_view>
+#include <vector>
+
+#include "platform/FrameworkString.h"
+#include "platform/portable/IndexPool.h"
+
+namespace lum::detail {
+
+using CKeyHash = std::uint32_t;
+
+/// Keys are often numbered, as in "Sensor12" and "Sensor(12)", and used in their order. Those that
+/// differ in the last character but one alone get neighbouring hashes, up to sixteen, so that a
+/// pass over many finds several in each piece of memory that it touches.
+inline CKeyHash HashKey(const CString& key) {
+  constexpr CKeyHash kNeighbours = 16;
+  constexpr CKeyHash kSpread = 0x9E3779B1;
+  const auto length = static_cast<std::size_t>(key.GetLength());
+  const std::wstring_view text(key.GetString(), length);
+  if (length < 2) {
+    return static_cast<CKeyHash>(std::hash<std::wstring_view>()(text));
+  }
+  const auto front =
+      static_cast<CKeyHash>(std::hash<std::wstring_view>()(text.substr(0, length - 2)));
+  const auto lastButOne = static_cast<CKeyHash>(text[length - 2]);
+  const auto last = static_cast<CKeyHash>(text[length - 1]);
+  return front + ((last << 17) ^ (lastButOne / kNeighbours)) * kSpread + lastButOne % kNeighbours;
+}
+
+class CKeyIndex {
+ public:
+  /// The object of that hash for which `hasKey(object)` holds; kNoIndex when there is none.
+  template <typename HasKey>
+  CPoolIndex Find(CKeyHash hash, HasKey hasKey) const {
+    if (m_slots.empty()) {
+      return kNoIndex;
+    }
+    for (std::size_t place = Home(hash);; place = Next(place)) {
+      const Slot& slot = m_slots[place];
+      if (slot.object == kNoIndex || (slot.hash == hash && hasKey(slot.object))) {
+        return slot.object;
+      }
+    }
+  }
+
+  /// Precondition: the key is not there.
+  void Add(CKeyHash hash, CPoolIndex object) {
+    if ((m_count + 1) * 2 > m_slots.size()) {
+      Grow();
+    }
+    m_slots[PlaceOf(hash, kNoIndex)] = {hash, object};
+    ++m_count;
+  }
+
+  /// Precondition: `object` is there, under that hash; `successor` has the same key.
+  void Replace(CKeyHash hash, CPoolIndex object, CPoolIndex successor) {
+    m_slots[PlaceOf(hash, object)].object = successor;
+  }
+
+  /// Precondition: `object` is there, under that hash.
+  void Remove(CKeyHash hash, CPoolIndex object) {
+    std::size_t hole = PlaceOf(hash, object);
+    // What follows without a gap moves up, unless it would come to stand before its home.
+    for (std::size_t place = Next(hole); m_slots[place].object != kNoIndex; place = Next(place)) {
+      if (Distance(Home(m_slots[place].hash), place) >= Distance(hole, place)) {
+        m_slots[hole] = m_slots[place];
+        hole = place;
+      }
+    }
+    m_slots[hole] = Slot();
+    --m_count;
+  }
+
+ private:
+  /// An object stands at its home, the place that its hash names, or after it without a gap.
+  struct Slot {
+    CKeyHash hash = 0;
+    CPoolIndex object = kNoIndex;
+  };
+
+  static constexpr std::size_t kSmallest = 8;
+
+  std::size_t Home(CKeyHash hash) const { return hash & (m_slots.size() - 1); }
+  std::size_t Next(std::size_t place) const { return (place + 1) & (m_slots.size() - 1); }
+  std::size_t Distance(std::size_t from, std::size_t to) const {
+    return (to - from) & (m_slots.size() - 1);
+  }
+  std::size_t PlaceOf(CKeyHash hash, CPoolIndex object) const {
+    std::size_t place = Home(hash);
+    while (m_slots[place].object != object) {
+      place = Next(place);
+    }
+    return place;
+  }
+  void Grow() {
+    std::vector<Slot> smaller(m_slots.empty() ? kSmallest : m_slots.size() * 2);
+    smaller.swap(m_slots);
+    for (const Slot& moved : smaller) {
+      if (moved.object != kNoIndex) {
+        m_slots[PlaceOf(moved.hash, kNoIndex)] = moved;
+      }
+    }
+  }
+
+  std::vector<Slot> m_slots;  ///< A power of two, at least half of them free.
+  std::size_t m_count = 0;
+};
+
+}  // namespace lum::detail

@@ -1,0 +1,122 @@
+// The index of keys, beside the standard library's map.
+#include "platform/portable/KeyIndex.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <random>
+#include <set>
+#include <vector>
+
+namespace {
+
+using lum::detail::CKeyHash;
+using lum::detail::CKeyIndex;
+using lum::detail::CPoolIndex;
+using lum::detail::HashKey;
+using lum::detail::kNoIndex;
+
+/// An index of numbers as keys, whose objects are given by the test. Few hashes make many keys
+/// stand in each other's way, at the end of the table too.
+struct CNumberIndex {
+  explicit CNumberIndex(CKeyHash hashes) : hashCount(hashes) {}
+
+  /// Hashes right below and above zero, so that those next to the table's end come first.
+  CKeyHash HashOf(int key) const { return static_cast<CKeyHash>(key) % hashCount - hashCount / 2; }
+
+  CPoolIndex Find(int key) const {
+    return index.Find(HashOf(key), [&](CPoolIndex object) { return keys[object] == key; });
+  }
+  void Add(int key) {
+    index.Add(HashOf(key), static_cast<CPoolIndex>(keys.size()));
+    keys.push_back(key);
+  }
+  void Replace(int key) {
+    index.Replace(HashOf(key), Find(key), static_cast<CPoolIndex>(keys.size()));
+    keys.push_back(key);
+  }
+  void Remove(int key) { index.Remove(HashOf(key), Find(key)); }
+
+  CKeyHash hashCount;
+  CKeyIndex index;
+  std::vector<int> keys;
+};
+
+constexpr int kKeys = 64;
+
+void ExpectSame(const CNumberIndex& numbers, const std::map<int, CPoolIndex>& expected) {
+  for (int key = 0; key < kKeys; ++key) {
+    const auto found = expected.find(key);
+    ASSERT_EQ(numbers.Find(key), found == expected.end() ? kNoIndex : found->second) << key;
+  }
+}
+
+TEST(KeyIndex, EmptyFindsNothing) { EXPECT_EQ(CNumberIndex(1).Find(0), kNoIndex); }
+
+TEST(KeyIndex, FindsWhatWasAddedReplacedAndRemoved) {
+  for (const CKeyHash hashes : {1U, 2U, 5U, 16U, 64U}) {
+    std::mt19937 random(hashes);
+    CNumberIndex numbers(hashes);
+    std::map<int, CPoolIndex> expected;
+    for (int step = 0; step < 3000; ++step) {
+      const int key = static_cast<int>(random() % kKeys);
+      const auto next = static_cast<CPoolIndex>(numbers.keys.size());
+      if (!expected.contains(key)) {
+        numbers.Add(key);
+        expected[key] = next;
+      } else if (random() % 4 == 0) {
+        numbers.Replace(key);
+        expected[key] = next;
+      } else {
+        numbers.Remove(key);
+        expected.erase(key);
+      }
+      ASSERT_NO_FATAL_FAILURE(ExpectSame(numbers, expected)) << hashes << " hashes, step " << step;
+    }
+  }
+}
+
+TEST(KeyIndex, CopiesAreIndependent) {
+  CNumberIndex numbers(8);
+  for (int key = 0; key < 20; ++key) {
+    numbers.Add(key);
+  }
+  const CNumberIndex copy = numbers;
+  numbers.Remove(3);
+  EXPECT_EQ(numbers.Find(3), kNoIndex);
+  EXPECT_EQ(copy.Find(3), 3U);
+}
+
+TEST(KeyHash, TellsNearlyAllTextsApart) {
+  std::set<CKeyHash> hashes;
+  std::size_t texts = 0;
+  const auto add = [&](const CString& text) {
+    hashes.insert(HashKey(text));
+    ++texts;
+  };
+  add(L"");
+  for (wchar_t first = L'!'; first <= L'~'; ++first) {
+    add(CString(first));
+    for (wchar_t second = L'!'; second <= L'~'; ++second) {
+      add(CString(first) + second);
+      add(CString(L"Value.") + first + second);
+      add(CString(first) + L"." + second + L"Value");
+    }
+  }
+  for (int number = 0; number < 20000; ++number) {
+    CString text;
+    text.Format(L"Sensor%d", number);
+    add(text);
+    text.Format(L"Sensor(%d)", number);
+    add(text);
+  }
+  // 66,603 texts among 2^32 hashes: less than one pair of equal ones is to be expected.
+  EXPECT_GE(hashes.size(), texts - 10);
+}
+
+TEST(KeyHash, NumberedTextsAreNeighbours) {
+  EXPECT_EQ(HashKey(L"Sensor123"), HashKey(L"Sensor113") + 1);
+  EXPECT_EQ(HashKey(L"Sensor(13)"), HashKey(L"Sensor(12)") + 1);
+}
+
+}  // namespace
