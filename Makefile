@@ -1,24 +1,27 @@
 # A thin face over CMake, its presets and the scripts: see README.md.
 
 .DEFAULT_GOAL := check
-.PHONY: demo check bench format clean build
+.PHONY: demo check bench format clean configure
 
-# The tool, the examples and the tests in one release build.
-build:
+BUILD := cmake --build --preset release
+
+configure:
 	@scripts/bootstrap build
-	@cmake --preset release $(if $(wildcard build/release/CMakeCache.txt),>build/release/configure.log)
-	@cmake --build --preset release
+	@cmake --preset release
 
 # Runs the main job on the example files and tells what it does.
-demo: build
+demo: configure
+	@$(BUILD) --target lumattr typical_path
 	@examples/demo build/release
 
 # Builds everything and passes the tests.
-check: build
+check: configure
+	@$(BUILD)
 	@ctest --preset release
 
 # Prints how the bulk operations grow with the size of the tree.
-bench: build
+bench: configure
+	@$(BUILD) --target lum_tree_scaling
 	@build/release/benchmarks/lum_tree_scaling
 
 # Puts every source into the project's format.
