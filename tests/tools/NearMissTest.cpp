@@ -40,6 +40,8 @@ TEST(NearMiss, FindsTheNearestWord) {
 TEST(NearMiss, AllowsAThirdOfTheLengthAndThreeAtMost) {
   EXPECT_EQ(BestOf(L"abc", {L"abd"}), L"abd");
   EXPECT_EQ(BestOf(L"abc", {L"aed"}), L"-");
+  EXPECT_EQ(BestOf(L"ab", {L"ac"}), L"-");
+  EXPECT_EQ(BestOf(L"s", {L"t", L"S"}), L"S");
   EXPECT_EQ(BestOf(L"abcdefghi", {L"abcdefxyz"}), L"abcdefxyz");
   EXPECT_EQ(BestOf(L"abcdefghi", {L"abcdewxyz"}), L"-");
   EXPECT_EQ(BestOf(L"abcdefghijklmno", {L"abcdefghijkwxyz"}), L"-");

@@ -66,7 +66,7 @@ int Distance(const CString& a, const CString& b, int limit) {
 CNearMiss::CNearMiss(const CString& wanted)
     : m_wanted(wanted),
       m_folded(Folded(wanted)),
-      m_bestCost(2 * std::min(kMaxDistance, std::max(1, wanted.GetLength() / 3)) + 2) {}
+      m_bestCost(2 * std::min(kMaxDistance, wanted.GetLength() / 3) + 2) {}
 
 void CNearMiss::Offer(const CString& candidate) {
   const int limit = (m_bestCost - 1) / 2;
