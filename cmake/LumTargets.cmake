@@ -1,6 +1,10 @@
 # What every target of the project has in common.
 
-set(LUM_WARNINGS -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+set(LUM_WARNINGS -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
+# A newer compiler's new warning must not break a program that only uses the library.
+if(PROJECT_IS_TOP_LEVEL)
+  list(APPEND LUM_WARNINGS -Werror)
+endif()
 # GCC 12 warns of overlapping copies inside std::string's own operator+ when it optimises.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   list(APPEND LUM_WARNINGS -Wno-restrict)
