@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "catalogue/AttributeNames.h"
 #include "definitions/AttribDefMap.h"
 #include "tools/lumattr/NearMiss.h"
 #include "tools/lumattr/SectionItems.h"
@@ -40,6 +41,12 @@ CAttributeMap LoadTree(const FileObject& file, const CString& section) {
   if (!LoadAttributes(tree, file, section, false)) {
     throw ToolError("section " + Quoted(section) + " cannot be read");
   }
+  return tree;
+}
+
+CAttributeMap LoadTreeWithoutVersion(const FileObject& file, const CString& section) {
+  CAttributeMap tree = LoadTree(file, section);
+  tree.RemoveAll(ATTRIB_VERSION_KEY);
   return tree;
 }
 

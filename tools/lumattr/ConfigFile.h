@@ -19,6 +19,9 @@ CString RequireSection(const FileObject& file, const std::string& path, const st
 /// Loads a section's tree in its own version or throws.
 CAttributeMap LoadTree(const FileObject& file, const CString& section);
 
+/// The same without the root's version, which says how the section is written.
+CAttributeMap LoadTreeWithoutVersion(const FileObject& file, const CString& section);
+
 /// A section's tree as applications get it, and a second one of the same shape whose values are the
 /// very texts of the file, for display: 0.1 stays "0.1" whatever the kind prints.
 struct SectionTree {

@@ -8,6 +8,7 @@
 #include <unordered_set>
 
 #include "catalogue/AttributeNames.h"
+#include "tools/lumattr/ConfigFile.h"
 #include "tools/lumattr/SectionItems.h"
 #include "tools/lumattr/Text.h"
 #include "tools/lumattr/ToolContext.h"
@@ -205,12 +206,6 @@ void WriteVersionTwo(FileObject& file, const CString& section) {
   }
 }
 
-CAttributeMap LoadAttributesOf(const FileObject& file, const CString& section) {
-  CAttributeMap tree = LoadTree(file, section);
-  tree.RemoveAll(ATTRIB_VERSION_KEY);
-  return tree;
-}
-
 }  // namespace
 
 ConversionPlan PlanConversion(const FileObject& file, const CString& section, int toVersion) {
@@ -218,7 +213,7 @@ ConversionPlan PlanConversion(const FileObject& file, const CString& section, in
 }
 
 void CarryOut(const ConversionPlan& plan, FileObject& file, const CString& section) {
-  const CAttributeMap before = LoadAttributesOf(file, section);
+  const CAttributeMap before = LoadTreeWithoutVersion(file, section);
   for (const ConversionPlan::Rename& rename : plan.renames) {
     if (!file.RenameItem(section, rename.from, rename.to)) {
       throw ToolError("cannot rename the item " + Quoted(rename.from) + " to " + Quoted(rename.to));
@@ -229,7 +224,7 @@ void CarryOut(const ConversionPlan& plan, FileObject& file, const CString& secti
   } else {
     file.RemoveItem(section, ATTRIB_VERSION_KEY);
   }
-  const CAttributeMap after = LoadAttributesOf(file, section);
+  const CAttributeMap after = LoadTreeWithoutVersion(file, section);
   if (plan.findings.empty() &&
       !FindTreeDifferences({before, before}, {after, after}, true).empty()) {
     throw ToolError("section " + Quoted(section) + " would not read back with the same attributes");

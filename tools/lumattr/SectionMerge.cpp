@@ -7,6 +7,7 @@
 #include <unordered_set>
 
 #include "catalogue/AttributeNames.h"
+#include "tools/lumattr/ConfigFile.h"
 #include "tools/lumattr/FlagNames.h"
 #include "tools/lumattr/SectionItems.h"
 #include "tools/lumattr/Text.h"
@@ -16,13 +17,6 @@
 
 namespace lum::tool {
 namespace {
-
-/// Attributes without the version, which says how the section is written.
-CAttributeMap LoadAttributesOf(const FileObject& file, const CString& section) {
-  CAttributeMap tree = LoadTree(file, section);
-  tree.RemoveAll(ATTRIB_VERSION_KEY);
-  return tree;
-}
 
 bool HasValue(const CAttributeMap& node) { return node.Value().Type() != CLumType::TYPE_UNDEFINED; }
 
@@ -41,8 +35,8 @@ class CSectionMerge {
       : m_base(base),
         m_section(section),
         m_items(ReadSectionItems(base, section)),
-        m_merged(LoadAttributesOf(base, section)),
-        m_over(LoadAttributesOf(over, section)) {
+        m_merged(LoadTreeWithoutVersion(base, section)),
+        m_over(LoadTreeWithoutVersion(over, section)) {
     m_merged.Overload(m_over, switches.add, switches.flags, switches.order, switches.strict);
   }
 
@@ -138,7 +132,7 @@ class CSectionMerge {
 
   // What is blocked differs on purpose.
   void Verify() {
-    const CAttributeMap written = LoadAttributesOf(m_base, m_section);
+    const CAttributeMap written = LoadTreeWithoutVersion(m_base, m_section);
     const std::vector<TreeDifference> differences =
         FindTreeDifferences({m_merged, m_merged}, {written, written}, true);
     for (const TreeDifference& difference : differences) {
