@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "attributes/AttributeMap.h"
-#include "tests/attributes/CountedAllocations.h"
+#include "tests/Allocations.h"
 
 namespace {
 

@@ -1,51 +1,20 @@
-// Queries allocate no memory: a program asks for definitions while it draws. Counts every
-// allocation of the process, so it is a program of its own.
+// Queries allocate no memory: a program asks for definitions while it draws.
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <cstdlib>
 #include <functional>
-#include <new>
 
 #include "definitions/AttribDefMap.h"
+#include "tests/Allocations.h"
 #include "tests/definitions/DefinitionFile.h"
 
 namespace {
 
-long g_allocations = 0;
-
-void* CountedAllocate(std::size_t size) {
-  ++g_allocations;
-  void* memory = std::malloc(size == 0 ? 1 : size);
-  if (memory == nullptr) {
-    throw std::bad_alloc();
-  }
-  return memory;
-}
-
-}  // namespace
-
-void* operator new(std::size_t size) { return CountedAllocate(size); }
-void* operator new[](std::size_t size) { return CountedAllocate(size); }
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-  ++g_allocations;
-  return std::malloc(size == 0 ? 1 : size);
-}
-void* operator new[](std::size_t size, const std::nothrow_t& tag) noexcept {
-  return operator new(size, tag);
-}
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete[](void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
-void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }
-
-namespace {
-
 TEST(LookupCost, CountsTheLibrariesAllocationsToo) {
-  const long before = g_allocations;
+  const int before = CountedAllocations();
   CAttribDefMap table;
   EXPECT_TRUE(Load(table, "Height,1,The height,103,2,height.bmp,1.5\n"));
-  EXPECT_GT(g_allocations, before + 3);
+  EXPECT_GT(CountedAllocations(), before + 3);
 }
 
 TEST(LookupCost, QueriesAllocateNothing) {
@@ -59,7 +28,7 @@ TEST(LookupCost, QueriesAllocateNothing) {
   unsigned short id = 0;
   CLumType::LUM_TYPE type = CLumType::TYPE_UNDEFINED;
   int answers = 0;
-  const long before = g_allocations;
+  const int before = CountedAllocations();
   for (const CString& mnemonic : {std::cref(known), std::cref(unknown)}) {
     answers += table.GetAttribName(mnemonic, text) + table.GetAttribType(mnemonic, type) +
                table.GetAttribControlType(mnemonic, number) + table.GetAttribID(mnemonic, id) +
@@ -71,7 +40,7 @@ TEST(LookupCost, QueriesAllocateNothing) {
                table.GetAttribControlType(which, number) + table.GetAttribMnemo(which, text) +
                (table.GetAttribDefRec(which) != nullptr ? 1 : 0);
   }
-  EXPECT_EQ(g_allocations, before);
+  EXPECT_EQ(CountedAllocations(), before);
   EXPECT_EQ(answers, 11);
 }
 

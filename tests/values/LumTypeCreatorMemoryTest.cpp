@@ -1,42 +1,11 @@
-// The factory when memory is short. The test replaces the global operator new, which on Windows
-// does not reach into a DLL.
+// The factory when memory is short.
 #include <gtest/gtest.h>
 
-#if !defined(_WIN32)
+#include <utility>
+#include <vector>
 
-#include <cstdlib>
-#include <memory>
-#include <new>
-
-#include "tests/values/ValueSamples.h"
+#include "tests/Allocations.h"
 #include "values/LumTypeCreator.h"
-
-namespace {
-
-// How many allocations succeed from now on; negative: all.
-int g_allocationsLeft = -1;
-
-bool IsAllowed() {
-  if (g_allocationsLeft < 0) {
-    return true;
-  }
-  return g_allocationsLeft > 0 && g_allocationsLeft-- > 0;
-}
-
-}  // namespace
-
-// Not inlined: the compiler would see "new" meet free() and call them mismatched.
-[[gnu::noinline]] void* operator new(std::size_t size) {
-  void* memory = IsAllowed() ? std::malloc(size > 0 ? size : 1) : nullptr;
-  if (memory == nullptr) {
-    throw std::bad_alloc();
-  }
-  return memory;
-}
-
-[[gnu::noinline]] void operator delete(void* memory) noexcept { std::free(memory); }
-
-[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
 
 namespace {
 
@@ -45,9 +14,9 @@ namespace {
 template <typename Make>
 int CountFailures(const Make& make) {
   for (int allowed = 0; allowed < 100; ++allowed) {
-    g_allocationsLeft = allowed;
+    LimitAllocations(allowed);
     CLumType* made = make();
-    g_allocationsLeft = -1;
+    LimitAllocations(-1);
     if (made != nullptr) {
       delete made;
       return allowed;
@@ -78,5 +47,3 @@ TEST(LumTypeCreatorMemory, TextsAndListsGiveNullWithoutMemory) {
 }
 
 }  // namespace
-
-#endif
