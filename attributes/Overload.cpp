@@ -103,7 +103,7 @@ void CAttributeMap::Overload(const CAttributeMap& src, bool addNew, bool copyFla
   const lum::detail::COverlaySwitches switches{addNew, copyFlags, orderInfo, strict};
   if (lum::detail::ShareNodes(*this, src)) {
     // Merging from a copy keeps the source from changing while it is read.
-    const CAttributeMap source(src);
+    const CAttributeMap source(src);  // NOLINT(performance-unnecessary-copy-initialization)
     lum::detail::Overlay(*this, source, switches);
   } else {
     lum::detail::Overlay(*this, src, switches);
