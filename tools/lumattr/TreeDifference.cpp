@@ -154,31 +154,35 @@ class CDifferenceWalk {
   }
 
   void ComparePair(const CNode& before, const CNode& after, const CAttributeMap* found) {
-    TreeDifference difference{Change::Value,          m_path,
-                              before.Value(),         after.Value(),
-                              before.stored->Flags(), after.stored->Flags()};
     if (IsValueChanged(before, after, found)) {
-      m_differences.push_back(difference);
+      AddPair(before, after, Change::Value);
     }
-    if (m_withFlags && difference.oldFlags != difference.newFlags) {
-      difference.change = Change::Flags;
-      m_differences.push_back(std::move(difference));
+    if (m_withFlags && before.stored->Flags() != after.stored->Flags()) {
+      AddPair(before, after, Change::Flags);
     }
   }
 
-  void AddSubtree(const CNode& top, Change change) {
-    AddOne(top, m_path, change);
-    CTreeWalk walk(*top.typed, *top.stored);
-    while (walk.Next()) {
-      AddOne({&walk.Node(), &walk.Other()}, m_path + KEY_DIVCHAR + walk.Path(), change);
-    }
+  // Paths are copied for what differs only: on the way down a deep tree they are long.
+  void AddPair(const CNode& before, const CNode& after, Change change) {
+    m_differences.push_back({change, m_path, before.Value(), after.Value(), before.stored->Flags(),
+                             after.stored->Flags()});
   }
 
   // A group without an item is there as long as something stands below it.
-  void AddOne(const CNode& node, const std::wstring& path, Change change) {
-    if (!node.HasItem()) {
-      return;
+  void AddSubtree(const CNode& top, Change change) {
+    if (top.HasItem()) {
+      AddOne(top, m_path, change);
     }
+    CTreeWalk walk(*top.typed, *top.stored);
+    while (walk.Next()) {
+      const CNode node{&walk.Node(), &walk.Other()};
+      if (node.HasItem()) {
+        AddOne(node, m_path + KEY_DIVCHAR + walk.Path(), change);
+      }
+    }
+  }
+
+  void AddOne(const CNode& node, const std::wstring& path, Change change) {
     if (change == Change::Added) {
       m_differences.push_back({change, path, {}, node.Value(), 0, node.stored->Flags()});
     } else {
