@@ -2,6 +2,7 @@
 #include "attributes/ItemCodec.h"
 
 #include "catalogue/AttributeNames.h"
+#include "values/NumberScan.h"
 #include "values/NumberText.h"
 #include "values/TextView.h"
 

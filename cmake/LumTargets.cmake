@@ -27,6 +27,8 @@ endfunction()
 function(lum_configure_library target buildMacro)
   lum_configure_target(${target})
   target_compile_features(${target} PUBLIC cxx_std_20)
+  # A fused multiply-add would round once where the formulas are laid down to round twice.
+  target_compile_options(${target} PRIVATE -ffp-contract=off)
   target_compile_definitions(${target} PRIVATE ${buildMacro})
   target_include_directories(${target} PUBLIC
     $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>

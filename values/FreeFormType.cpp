@@ -4,7 +4,8 @@
 
 #include "platform/TextEncoding.h"
 #include "values/ArrayTypes.h"
-#include "values/NumberText.h"
+#include "values/DoubleType.h"
+#include "values/NumberScan.h"
 #include "values/RecordTypes.h"
 #include "values/ScalarTypes.h"
 #include "values/TextView.h"

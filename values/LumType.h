@@ -2,6 +2,7 @@
 #pragma once
 
 #include "values/ArrayTypes.h"
+#include "values/DoubleType.h"
 #include "values/FreeFormType.h"
 #include "values/LumTypeBase.h"
 #include "values/NameTypes.h"

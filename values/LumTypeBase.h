@@ -70,7 +70,10 @@ class LUM_ATTRIBUTES_API CLumType {
   virtual int GetDouble2D(double& first, double& second) const;
   virtual int SetDouble2D(double first, double second);
 
-  // The operations of data-decoding formulas: each writes its result into this value.
+  // The operations of data-decoding formulas: each writes its result into this value and returns 1,
+  // or 0 for "no value". CLumDouble has them and describes each (DoubleType.h), all but ValToStr,
+  // ValToMyStr, OutString and FormatGeogsDMS, which no kind has. Here they return 0 and change
+  // nothing.
   virtual int ClipValue(CLumType& value, CLumType& lower, CLumType& upper);
   virtual int GateValue(CLumType& value, CLumType& lower, CLumType& upper);
   virtual int NMEAPos(CLumType& position, CLumType& hemisphere);

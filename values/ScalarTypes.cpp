@@ -1,6 +1,7 @@
 // The scalar kinds differ in their field and its text form alone.
 #include "values/ScalarTypes.h"
 
+#include "values/NumberScan.h"
 #include "values/NumberText.h"
 #include "values/TextView.h"
 
@@ -13,13 +14,6 @@ using lum::detail::AppendFixed;
 template <typename T>
 bool ReadFirstItem(const CString& text, T& value) {
   return CLumString(text, L',', true, false).GetItem(0, value);
-}
-
-// What compound arithmetic takes from its source: zero where it is no double.
-double DoubleOrZero(const CLumType& source) {
-  double value = 0.0;
-  source.GetDouble(value);
-  return value;
 }
 
 }  // namespace
@@ -197,59 +191,5 @@ int CLumFloat::SetFloat(float value) {
 
 CLumType& CLumFloat::operator=(const CLumType& source) {
   source.GetFloat(m_value);
-  return *this;
-}
-
-// ---- CLumDouble
-
-CLumDouble::~CLumDouble() = default;
-
-bool CLumDouble::SetValueStr(CString text) {
-  double value = 0.0;
-  return ReadFirstItem(text, value) && SetDouble(value) != 0;
-}
-
-CLumType::LUM_TYPE CLumDouble::Type() const { return TYPE_DOUBLE; }
-
-CLumDouble* CLumDouble::MakeCopy() const { return new CLumDouble(*this); }
-
-int CLumDouble::GetValueStr(CString& text) const {
-  text.Empty();
-  AppendFixed(text, m_value);
-  return 1;
-}
-
-int CLumDouble::GetDouble(double& value) const {
-  value = m_value;
-  return 1;
-}
-
-int CLumDouble::SetDouble(double value) {
-  m_value = value;
-  return 1;
-}
-
-CLumType& CLumDouble::operator=(const CLumType& source) {
-  source.GetDouble(m_value);
-  return *this;
-}
-
-CLumType& CLumDouble::operator+=(const CLumType& source) {
-  m_value += DoubleOrZero(source);
-  return *this;
-}
-
-CLumType& CLumDouble::operator-=(const CLumType& source) {
-  m_value -= DoubleOrZero(source);
-  return *this;
-}
-
-CLumType& CLumDouble::operator*=(const CLumType& source) {
-  m_value *= DoubleOrZero(source);
-  return *this;
-}
-
-CLumType& CLumDouble::operator/=(const CLumType& source) {
-  m_value /= DoubleOrZero(source);
   return *this;
 }

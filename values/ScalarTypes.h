@@ -1,4 +1,5 @@
-// The scalar kinds of value, one number each, and CLumUndefined, the value without content.
+// The scalar kinds of value, one number each, and CLumUndefined, the value without content. The
+// double kind stands in DoubleType.h.
 #pragma once
 
 #include "values/LumTypeBase.h"
@@ -125,40 +126,4 @@ class LUM_ATTRIBUTES_API CLumFloat : public CLumType {
 
  private:
   float m_value;
-};
-
-/// A double (IEEE 754 binary64); its text has six digits after the point ("%f"). The working kind
-/// of the decoding formulas: it alone has compound and binary arithmetic. Compound arithmetic reads
-/// its source with GetDouble and takes 0.0 where that is refused.
-class LUM_ATTRIBUTES_API CLumDouble : public CLumType {
- public:
-  CLumDouble() = default;
-  CLumDouble(double value) noexcept : m_value(value) {}
-  CLumDouble(const CLumDouble&) = default;
-  CLumDouble(CLumDouble&&) = default;
-  CLumDouble& operator=(const CLumDouble&) = default;
-  CLumDouble& operator=(CLumDouble&&) = default;
-  ~CLumDouble() override;
-
-  using CLumType::GetValueStr;
-  using CLumType::SetValueStr;
-  bool SetValueStr(CString text) override;
-  LUM_TYPE Type() const override;
-  CLumDouble* MakeCopy() const override;
-  int GetValueStr(CString& text) const override;
-  int GetDouble(double& value) const override;
-  int SetDouble(double value) override;
-  CLumType& operator=(const CLumType& source) override;
-  CLumType& operator+=(const CLumType& source) override;
-  CLumType& operator-=(const CLumType& source) override;
-  CLumType& operator*=(const CLumType& source) override;
-  CLumType& operator/=(const CLumType& source) override;
-
-  CLumDouble operator+(const CLumDouble& other) const { return m_value + other.m_value; }
-  CLumDouble operator-(const CLumDouble& other) const { return m_value - other.m_value; }
-  CLumDouble operator*(const CLumDouble& other) const { return m_value * other.m_value; }
-  CLumDouble operator/(const CLumDouble& other) const { return m_value / other.m_value; }
-
- private:
-  double m_value = 0.0;
 };

@@ -15,6 +15,7 @@
 #include <string_view>
 #include <vector>
 
+#include "values/NumberScan.h"
 #include "values/NumberText.h"
 
 namespace {

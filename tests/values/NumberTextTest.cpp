@@ -1,5 +1,6 @@
 // The number texts against tables of expected results. NumberTextRuntimeTest.cpp compares them with
 // the C runtime.
+#include "values/NumberScan.h"
 #include "values/NumberText.h"
 
 #include <gtest/gtest.h>

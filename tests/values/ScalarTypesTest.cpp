@@ -1,3 +1,4 @@
+#include "values/DoubleType.h"
 #include "values/ScalarTypes.h"
 
 #include <gtest/gtest.h>

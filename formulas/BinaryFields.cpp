@@ -1,0 +1,115 @@
+// The operations of CLumDouble that take numbers out of binary records and module responses.
+#include <cmath>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+#include "formulas/Arguments.h"
+#include "formulas/RecordField.h"
+#include "values/DoubleType.h"
+#include "values/NumberScan.h"
+
+using lum::detail::BytesOf;
+using lum::detail::NumberOrZero;
+using lum::detail::View;
+
+namespace {
+
+using lum::detail::FieldCode;
+using lum::detail::FieldType;
+
+// The binary field whose bits a hexadecimal text holds.
+FieldType TypeOfHexText(FieldType type) {
+  switch (type) {
+    case FieldType::kHexUInt32:
+      return FieldType::kUInt32;
+    case FieldType::kHexUInt16:
+      return FieldType::kUInt16;
+    case FieldType::kHexFloat:
+      return FieldType::kFloat;
+    default:
+      return FieldType::kNone;
+  }
+}
+
+std::uint64_t ReverseBytes(std::uint64_t bits, int size) {
+  std::uint64_t reversed = 0;
+  for (int i = 0; i < size; ++i) {
+    reversed = reversed << 8 | (bits >> (8 * i) & 0xFF);
+  }
+  return reversed;
+}
+
+std::optional<double> ReadBinary(std::string_view record, FieldCode code) {
+  const auto size = static_cast<std::size_t>(lum::detail::FieldSize(code.type));
+  if (record.size() < size) {
+    return std::nullopt;
+  }
+  const std::uint64_t bits = lum::detail::AssembleBits(record.substr(0, size), code.isReversed);
+  return lum::detail::FieldValue(code.type, bits);
+}
+
+std::optional<double> ReadHexText(std::string_view text, FieldType type, bool isReversed) {
+  unsigned int number = 0;
+  if (!lum::detail::ScanHex(text, number)) {
+    return std::nullopt;
+  }
+  const std::uint64_t bits =
+      isReversed ? ReverseBytes(number, lum::detail::FieldSize(type)) : number;
+  return lum::detail::FieldValue(type, bits);
+}
+
+std::optional<double> ReadRecord(std::string_view record, FieldCode code) {
+  const FieldType textType = TypeOfHexText(code.type);
+  if (textType != FieldType::kNone) {
+    return ReadHexText(record, textType, code.isReversed);
+  }
+  if (code.type == FieldType::kNone || code.type == FieldType::kInt64) {
+    return std::nullopt;
+  }
+  return ReadBinary(record, code);
+}
+
+}  // namespace
+
+int CLumDouble::BinVal(CLumType& record, CLumType& typeCode, bool lenient) {
+  const CStringA bytes = BytesOf(record);
+  const FieldCode code = lum::detail::ToFieldCode(NumberOrZero(typeCode));
+  const std::optional<double> number = ReadRecord(View(bytes), code);
+  if (!number) {
+    return lenient ? 1 : 0;
+  }
+  m_value = *number;
+  return 1;
+}
+
+int CLumDouble::BitVal(CLumType& value, CLumType& bit) {
+  const double a = NumberOrZero(value);
+  const double quotient = a / std::pow(2.0, NumberOrZero(bit));
+  const std::optional<std::int32_t> whole = lum::detail::ToInt32(quotient);
+  if (!whole) {
+    return 0;
+  }
+  // The half of a number in range is in range.
+  const auto half = static_cast<std::int32_t>(quotient * -0.5);
+  m_value = static_cast<double>(*whole + 2 * std::int64_t{half});
+  return 1;
+}
+
+int CLumDouble::AdamVal(CLumType& response, CLumType& channel) {
+  constexpr int kChannels = 8;
+  constexpr std::size_t kHeaderLength = 5;
+  constexpr std::size_t kReadingLength = 7;
+  const CStringA text = BytesOf(response);
+  const std::optional<std::int64_t> number = lum::detail::ToInteger(NumberOrZero(channel));
+  if (!number || *number < 0 || *number >= kChannels) {
+    return 0;
+  }
+  const std::size_t first = kHeaderLength + kReadingLength * static_cast<std::size_t>(*number);
+  const std::string_view characters = View(text);
+  m_value = 0.0;
+  return first < characters.size() &&
+                 lum::detail::ScanDouble(characters.substr(first, kReadingLength), m_value)
+             ? 1
+             : 0;
+}

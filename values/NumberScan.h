@@ -1,0 +1,60 @@
+// Library-internal scans: the C runtime's formatted reading of numbers as it is in the "C" locale,
+// whatever the process locale is, of wide and of 8-bit texts. Nothing is allocated.
+//
+// Leading white space is skipped and what follows the number is ignored. A scan returns whether a
+// number was converted and leaves `value` untouched otherwise. An integer saturates at 64 bits and
+// is then cut to its type, as the runtime does it. A NUL ends no text but continues no number.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace lum::detail {
+
+/// The white space of the "C" locale.
+template <typename Ch>
+constexpr bool IsBlank(Ch ch) {
+  return ch == Ch{' '} || (ch >= Ch{'\t'} && ch <= Ch{'\r'});
+}
+
+template <typename Ch>
+constexpr void SkipBlanks(std::basic_string_view<Ch>& text) {
+  std::size_t count = 0;
+  while (count < text.size() && IsBlank(text[count])) {
+    ++count;
+  }
+  text.remove_prefix(count);
+}
+
+/// The value of a hexadecimal digit, or -1.
+template <typename Ch>
+constexpr int HexDigit(Ch ch) {
+  if (ch >= Ch{'0'} && ch <= Ch{'9'}) {
+    return static_cast<int>(ch - Ch{'0'});
+  }
+  const auto lower = static_cast<Ch>(ch | Ch{0x20});
+  return lower >= Ch{'a'} && lower <= Ch{'f'} ? static_cast<int>(lower - Ch{'a'}) + 10 : -1;
+}
+
+/// As "%d".
+bool ScanInt(std::wstring_view text, int& value);
+/// As "%d" with a width, as in "%2d": at most so many characters after the white space count. The
+/// text goes on behind the number; it is not touched when there is none.
+bool TakeInt(std::string_view& text, std::size_t width, int& value);
+/// As "%u": a sign is taken, "-1" wraps.
+bool ScanUInt(std::wstring_view text, unsigned int& value);
+/// As an unsigned 64-bit "%u".
+bool ScanULongLong(std::wstring_view text, std::uint64_t& value);
+/// As "%x": an optional sign and "0x" are taken.
+bool ScanHex(std::wstring_view text, unsigned int& value);
+bool ScanHex(std::string_view text, unsigned int& value);
+/// As "%hx".
+bool ScanHex(std::string_view text, unsigned short& value);
+/// As "%lf": decimal and hexadecimal floating texts, "inf", "infinity", "nan".
+bool ScanDouble(std::wstring_view text, double& value);
+bool ScanDouble(std::string_view text, double& value);
+/// As "%lf" with a width, as in "%5lf".
+bool ScanDouble(std::string_view text, std::size_t width, double& value);
+
+}  // namespace lum::detail
