@@ -4,14 +4,14 @@
 #include <optional>
 #include <string_view>
 
-#include "formulas/Arguments.h"
+#include "formulas/NumberArguments.h"
 #include "formulas/RecordField.h"
+#include "formulas/TextArgument.h"
 #include "values/DoubleType.h"
 #include "values/NumberScan.h"
 
-using lum::detail::BytesOf;
+using lum::detail::CByteText;
 using lum::detail::NumberOrZero;
-using lum::detail::View;
 
 namespace {
 
@@ -73,9 +73,9 @@ std::optional<double> ReadRecord(std::string_view record, FieldCode code) {
 }  // namespace
 
 int CLumDouble::BinVal(CLumType& record, CLumType& typeCode, bool lenient) {
-  const CStringA bytes = BytesOf(record);
+  const CByteText bytes(record);
   const FieldCode code = lum::detail::ToFieldCode(NumberOrZero(typeCode));
-  const std::optional<double> number = ReadRecord(View(bytes), code);
+  const std::optional<double> number = ReadRecord(bytes.View(), code);
   if (!number) {
     return lenient ? 1 : 0;
   }
@@ -100,13 +100,13 @@ int CLumDouble::AdamVal(CLumType& response, CLumType& channel) {
   constexpr int kChannels = 8;
   constexpr std::size_t kHeaderLength = 5;
   constexpr std::size_t kReadingLength = 7;
-  const CStringA text = BytesOf(response);
+  const CByteText text(response);
   const std::optional<std::int64_t> number = lum::detail::ToInteger(NumberOrZero(channel));
   if (!number || *number < 0 || *number >= kChannels) {
     return 0;
   }
   const std::size_t first = kHeaderLength + kReadingLength * static_cast<std::size_t>(*number);
-  const std::string_view characters = View(text);
+  const std::string_view characters = text.View();
   m_value = 0.0;
   return first < characters.size() &&
                  lum::detail::ScanDouble(characters.substr(first, kReadingLength), m_value)

@@ -6,15 +6,15 @@
 #include <optional>
 #include <string_view>
 
-#include "formulas/Arguments.h"
 #include "formulas/FrameText.h"
+#include "formulas/NumberArguments.h"
 #include "formulas/RecordField.h"
+#include "formulas/TextArgument.h"
 #include "platform/Numerics.h"
 #include "values/DoubleType.h"
 
-using lum::detail::BytesOf;
+using lum::detail::CByteText;
 using lum::detail::NumberOrZero;
-using lum::detail::View;
 
 namespace {
 
@@ -134,31 +134,31 @@ int Finish(double& result, std::optional<double> number, bool lenient) {
 }  // namespace
 
 int CLumDouble::CanVal(CLumType& frame, CLumType& typeCode, CLumType& startByte, bool lenient) {
-  const CStringA text = BytesOf(frame);
+  const CByteText text(frame);
   const FieldCode code = lum::detail::ToFieldCode(NumberOrZero(typeCode));
   const std::optional<std::int64_t> start = lum::detail::ToInteger(NumberOrZero(startByte));
   if (!start || *start < 0 || code.type == FieldType::kInt64) {
     return Fail(m_value, lenient);
   }
-  const std::optional<DataWindow> window = ReadCanData(View(text), *start);
+  const std::optional<DataWindow> window = ReadCanData(text.View(), *start);
   return Finish(m_value, window ? ReadField(*window, code) : std::nullopt, lenient);
 }
 
 int CLumDouble::J1939Val(CLumType& message, CLumType& typeCode, CLumType& startByte, bool lenient) {
-  const CStringA text = BytesOf(message);
+  const CByteText text(message);
   const FieldCode code = lum::detail::ToFieldCode(NumberOrZero(typeCode));
   const std::optional<std::int64_t> start = lum::detail::ToInteger(NumberOrZero(startByte));
   if (!start || *start < 0) {
     return Fail(m_value, lenient);
   }
-  const std::optional<DataWindow> window = ReadJ1939Data(View(text), *start);
+  const std::optional<DataWindow> window = ReadJ1939Data(text.View(), *start);
   return Finish(m_value, window ? ReadField(*window, code) : std::nullopt, lenient);
 }
 
 int CLumDouble::J1939BitsVal(CLumType& message, CLumType& typeCode, CLumType& startBit,
                              CLumType& bitLength, bool lenient) {
   constexpr std::int64_t kLongest = 63;
-  const CStringA text = BytesOf(message);
+  const CByteText text(message);
   const double code = NumberOrZero(typeCode);
   const std::optional<std::int64_t> start = lum::detail::ToInteger(NumberOrZero(startBit));
   const std::optional<std::int64_t> length = lum::detail::ToInteger(NumberOrZero(bitLength));
@@ -166,7 +166,7 @@ int CLumDouble::J1939BitsVal(CLumType& message, CLumType& typeCode, CLumType& st
     return Fail(m_value, lenient);
   }
   const std::int64_t firstByte = *start / 8;
-  const std::optional<DataWindow> window = ReadJ1939Data(View(text), firstByte);
+  const std::optional<DataWindow> window = ReadJ1939Data(text.View(), firstByte);
   if (!window) {
     return Fail(m_value, lenient);
   }

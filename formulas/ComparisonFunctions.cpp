@@ -1,7 +1,7 @@
 // The operations of CLumDouble that compare numbers and choose between them.
 #include <cmath>
 
-#include "formulas/Arguments.h"
+#include "formulas/NumberArguments.h"
 #include "values/DoubleType.h"
 
 using lum::detail::Compute;

@@ -2,7 +2,7 @@
 #include <cmath>
 #include <numbers>
 
-#include "formulas/Arguments.h"
+#include "formulas/NumberArguments.h"
 #include "platform/Numerics.h"
 #include "values/DoubleType.h"
 

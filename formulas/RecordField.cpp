@@ -4,7 +4,7 @@
 #include <cmath>
 #include <optional>
 
-#include "formulas/Arguments.h"
+#include "formulas/NumberArguments.h"
 
 namespace lum::detail {
 

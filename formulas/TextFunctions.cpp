@@ -1,20 +1,20 @@
 // The operations of CLumDouble that read numbers and positions from text fields.
 #include <cmath>
 
-#include "formulas/Arguments.h"
+#include "formulas/NumberArguments.h"
+#include "formulas/TextArgument.h"
 #include "values/DoubleType.h"
 #include "values/NumberScan.h"
-#include "values/TextView.h"
 
+using lum::detail::CByteText;
+using lum::detail::CWideText;
 using lum::detail::ScanDouble;
-using lum::detail::View;
 
 namespace {
 
 bool ReadTextOrNumber(const CLumType& source, double& number) {
-  CStringA text;
-  return source.GetName(text) != 0 ? ScanDouble(View(text), number)
-                                   : lum::detail::ReadNumber(source, number);
+  const CByteText text(source);
+  return text.HasText() ? ScanDouble(text.View(), number) : lum::detail::ReadNumber(source, number);
 }
 
 // Decimal degrees from degrees and minutes written as one number, ddmm.mmm. The sign is dropped.
@@ -32,16 +32,14 @@ int CLumDouble::Val(CLumType& textOrNumber, bool lenient) {
 }
 
 int CLumDouble::NMEAPos(CLumType& position, CLumType& hemisphere) {
-  CString positionText;
-  CString hemisphereText;
-  position.GetName(positionText);
-  hemisphere.GetName(hemisphereText);
-  if (positionText.IsEmpty() || hemisphereText.IsEmpty()) {
+  const CWideText positionText(position);
+  const CWideText hemisphereText(hemisphere);
+  if (positionText.View().empty() || hemisphereText.View().empty()) {
     return 0;
   }
   double number = 0.0;
-  const double degrees = ScanDouble(View(positionText), number) ? DegreesOf(number) : 0.0;
-  const bool isSouthOrWest = hemisphereText == L"S" || hemisphereText == L"W";
+  const double degrees = ScanDouble(positionText.View(), number) ? DegreesOf(number) : 0.0;
+  const bool isSouthOrWest = hemisphereText.View() == L"S" || hemisphereText.View() == L"W";
   m_value = isSouthOrWest ? -degrees : degrees;
   return 1;
 }

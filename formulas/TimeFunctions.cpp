@@ -3,16 +3,16 @@
 #include <cmath>
 #include <optional>
 
-#include "formulas/Arguments.h"
+#include "formulas/NumberArguments.h"
+#include "formulas/TextArgument.h"
 #include "platform/ExTime.h"
 #include "values/DoubleType.h"
 #include "values/NumberScan.h"
 
-using lum::detail::BytesOf;
+using lum::detail::CByteText;
 using lum::detail::Compute;
 using lum::detail::ReadNumber;
 using lum::detail::ToInteger;
-using lum::detail::View;
 
 namespace {
 
@@ -51,8 +51,8 @@ std::optional<std::chrono::sys_days> ReadDate(double year, double month, double 
 }  // namespace
 
 int CLumDouble::TimeConv(CLumType& text) {
-  const CStringA bytes = BytesOf(text);
-  std::string_view rest = View(bytes);
+  const CByteText bytes(text);
+  std::string_view rest = bytes.View();
   int hours = 0;
   int minutes = 0;
   double seconds = 0.0;

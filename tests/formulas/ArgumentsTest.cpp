@@ -216,6 +216,47 @@ TEST(FormulaArguments, FreeFormTextsServeAsTextAndNumber) {
   EXPECT_EQ(NumberOf(result), 4660.0);
 }
 
+struct FreeFormCase {
+  std::wstring text;
+  Outcome expected;
+};
+
+// Short and long texts, ASCII and others, take different ways to the same bytes.
+TEST(FormulaArguments, FreeFormTextsServeAsTheirUtf8Bytes) {
+  const std::wstring blanks(100, L' ');
+  const FreeFormCase cases[] = {
+      {L"12.5", Gives(12.5)},
+      {L"12.5\u00B0", Gives(12.5)},
+      {L"\u00B012.5", {0, 0.0}},
+      {blanks + L"12.5", Gives(12.5)},
+      {blanks + L"12.5\u00B0", Gives(12.5)},
+      {L"", {0, 0.0}},
+  };
+  for (const FreeFormCase& row : cases) {
+    CLumAnything text((CString(row.text.c_str())));
+    CLumDouble result(kPrevious);
+    const int code = result.Val(text, false);
+    EXPECT_EQ((Outcome{code, NumberOf(result)}), row.expected) << row.text.size();
+  }
+}
+
+TEST(FormulaArguments, AByteOfARecordIsAByteOfTheUtf8Form) {
+  CLumAnything record(L"\u00B0");
+  CLumDouble typeCode(7.0);
+  CLumDouble result;
+  EXPECT_EQ(result.BinVal(record, typeCode, false), 1);
+  EXPECT_EQ(NumberOf(result), 0xB0C2);
+}
+
+TEST(FormulaArguments, EightBitTextsServeAsPositionsOfAnyLength) {
+  const std::string blanks(100, ' ');
+  for (const std::string& text : {std::string("18000"), blanks + "18000", blanks + "18000\xC2\xB0",
+                                  std::string("18000\xB0")}) {
+    EXPECT_EQ(Evaluate(&CLumType::NMEAPos, text, "W"), Gives(-180.0)) << text;
+  }
+  EXPECT_EQ(Evaluate(&CLumType::NMEAPos, "18000", "\xC3\x9C"), Gives(180.0));
+}
+
 TEST(FormulaArguments, CompoundArithmeticStaysStrict) {
   CLumDouble value(5.0);
   value += CLumInt(4);

@@ -17,16 +17,23 @@ TEST(FormulaMemory, TheCountSeesAnAllocation) {
   EXPECT_GE(CountAllocations([] { CLumName name(L"a name to be copied"); }), 1);
 }
 
-TEST(FormulaMemory, DecodingAllocatesNothing) {
-  CLumIoName record("\x34\x12\x01\x02\x03\x04\x05\x06");
-  CLumIoName hexText("1A2B3C4D");
-  CLumIoName response(">0123+00.001+01.234-02.500");
-  CLumIoName frame("98FEF10083412000000000000");
-  CLumIoName message("?FF??18FEF?3412000000000000.");
-  CLumIoName clock("123045.5");
-  CLumIoName longNumber("  -1234567890.12345678901234567890e-10 m");
-  CLumName latitude(L"4807.038");
-  CLumName south(L"S");
+template <typename Text>
+Text MakeText(const wchar_t* text) {
+  Text value;
+  value.SetName(CString(text));
+  return value;
+}
+
+// Every decoder once, on texts of one kind.
+template <typename Text>
+void ExpectDecodingAllocatesNothing() {
+  auto record = MakeText<Text>(L"\x34\x12");
+  auto hexText = MakeText<Text>(L"1A2B3C4D");
+  auto response = MakeText<Text>(L">0123+00.001+01.234-02.500+01.234-02.500+01.234-02.500+01.234");
+  auto frame = MakeText<Text>(L"98FEF10083412000000000000");
+  auto message = MakeText<Text>(L"?FF??18FEF?3412000000000000.");
+  auto clock = MakeText<Text>(L"123045.5");
+  auto number = MakeText<Text>(L"  -1234567890.12345678901234567890e-10 m");
   CLumDouble seven(7.0);
   CLumDouble ten(10.0);
   CLumDouble one(1.0);
@@ -41,13 +48,52 @@ TEST(FormulaMemory, DecodingAllocatesNothing) {
     codes += result.J1939Val(message, seven, zero, false);
     codes += result.J1939BitsVal(message, seven, zero, ten, false);
     codes += result.TimeConv(clock);
-    codes += result.Val(longNumber, false);
-    codes += result.NMEAPos(latitude, south);
-    codes += result.CYMDMsecToMsec(seven, one, one, one) + 1;  // 7 is no year.
-    codes += result.BitVal(seven, zero);
+    codes += result.Val(number, false);
   });
   EXPECT_EQ(allocations, 0);
-  EXPECT_EQ(codes, 11);
+  EXPECT_EQ(codes, 8);
+}
+
+TEST(FormulaMemory, DecodingEightBitTextsAllocatesNothing) {
+  ExpectDecodingAllocatesNothing<CLumIoName>();
+}
+
+TEST(FormulaMemory, DecodingFreeFormTextsAllocatesNothing) {
+  ExpectDecodingAllocatesNothing<CLumAnything>();
+}
+
+template <typename Text>
+int CountPositionAllocations() {
+  auto latitude = MakeText<Text>(L"4807.038");
+  auto south = MakeText<Text>(L"S");
+  CLumDouble result;
+  return CountAllocations([&] { EXPECT_EQ(result.NMEAPos(latitude, south), 1); });
+}
+
+TEST(FormulaMemory, PositionsAllocateNothing) {
+  EXPECT_EQ(CountPositionAllocations<CLumName>(), 0);
+  EXPECT_EQ(CountPositionAllocations<CLumIoName>(), 0);
+  EXPECT_EQ(CountPositionAllocations<CLumAnything>(), 0);
+}
+
+TEST(FormulaMemory, ComputingAllocatesNothing) {
+  CLumDouble two(2.0);
+  CLumInt three(3);
+  CLumFloat half(0.5F);
+  CLumDouble result;
+  int codes = 0;
+  const int allocations = CountAllocations([&] {
+    codes += result.Pow1D(two, three);
+    codes += result.IsEqual(two, three, half);
+    codes += result.FromEulerRoll(two, half);
+    codes += result.BitVal(three, two);
+    codes += result.HmsToMsec(three);
+    codes += result.ExpandTime(three);
+    codes += result.UtcToLocal(three);
+    codes += result.CYMDMsecToMsec(two, three, half, half) + 1;  // 2 is no year.
+  });
+  EXPECT_EQ(allocations, 0);
+  EXPECT_EQ(codes, 8);
 }
 
 }  // namespace

@@ -1,11 +1,10 @@
-// Library-internal: how the operations of formulas read their arguments.
+// Library-internal: how the operations of formulas read their number arguments.
 #pragma once
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
-#include <string_view>
 #include <tuple>
 
 #include "values/LumTypeBase.h"
@@ -31,14 +30,6 @@ int Compute(double& result, Function function, const Arguments&... arguments) {
   }
   result = std::apply(function, numbers);
   return 1;
-}
-
-/// The argument's 8-bit text, empty when it has none. The text shares the argument's characters.
-CStringA BytesOf(const CLumType& argument);
-
-/// The bytes of an 8-bit text, NULs included, valid while it lives unchanged.
-inline std::string_view View(const CStringA& text) {
-  return {text.GetString(), static_cast<std::size_t>(text.GetLength())};
 }
 
 /// A number as an integer, truncated toward zero. Nothing for not-a-number and infinities. What is

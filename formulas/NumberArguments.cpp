@@ -1,4 +1,4 @@
-#include "formulas/Arguments.h"
+#include "formulas/NumberArguments.h"
 
 #include <algorithm>
 #include <cmath>
@@ -30,12 +30,6 @@ double NumberOrZero(const CLumType& argument) {
   double number = 0.0;
   ReadNumber(argument, number);
   return number;
-}
-
-CStringA BytesOf(const CLumType& argument) {
-  CStringA text;
-  argument.GetName(text);
-  return text;
 }
 
 std::optional<std::int64_t> ToInteger(double number) {

@@ -1,0 +1,42 @@
+// Library-internal: how the operations of formulas read their text arguments.
+#pragma once
+
+#include <string_view>
+
+#include "values/LumTypeBase.h"
+
+namespace lum::detail {
+
+/// The text of an argument as its GetName gives it, 8-bit (char) or wide (wchar_t); empty when it
+/// has none. Short texts of ASCII are read without an allocation from every kind, also from those
+/// that hold them in the other width.
+template <typename Ch>
+class CTextArgument {
+ public:
+  explicit CTextArgument(const CLumType& argument);
+  CTextArgument(const CTextArgument&) = delete;
+  CTextArgument& operator=(const CTextArgument&) = delete;
+
+  bool HasText() const { return m_hasText; }
+  /// All characters, NULs included, valid as long as this object.
+  std::basic_string_view<Ch> View() const { return m_view; }
+
+ private:
+  /// Longer than any field that a device sends as text, frames included.
+  static constexpr int kMostShort = 80;
+
+  bool CopyShort(const CLumType& argument);
+
+  LumFrameworkString<Ch> m_text;
+  Ch m_short[kMostShort];
+  std::basic_string_view<Ch> m_view;
+  bool m_hasText;
+};
+
+extern template class CTextArgument<char>;
+extern template class CTextArgument<wchar_t>;
+
+using CByteText = CTextArgument<char>;
+using CWideText = CTextArgument<wchar_t>;
+
+}  // namespace lum::detail
