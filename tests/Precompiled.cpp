@@ -1,0 +1,1 @@
+// Nothing: a target that precompiles headers for the tests needs a source.
