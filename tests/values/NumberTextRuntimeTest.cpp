@@ -13,14 +13,16 @@
 #include <random>
 #include <string>
 #include <string_view>
-#include <vector>
 
+#include "tests/RuntimeComparison.h"
 #include "values/NumberScan.h"
 #include "values/NumberText.h"
 
 namespace {
 
 using namespace lum::detail;
+using lum::test::ForEachText;
+using lum::test::IsSame;
 
 constexpr unsigned int kSeed = 20240229;
 
@@ -31,19 +33,6 @@ std::string Narrow(std::wstring_view text) {
 }
 
 std::wstring Widen(std::string_view text) { return std::wstring(text.begin(), text.end()); }
-
-template <typename T>
-bool IsSame(T a, T b) {
-  return a == b;
-}
-
-template <>
-bool IsSame(double a, double b) {
-  if (std::isnan(a) || std::isnan(b)) {
-    return std::isnan(a) && std::isnan(b) && std::signbit(a) == std::signbit(b);
-  }
-  return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
-}
 
 // Compares one scan with the runtime's. A wrong value in both outputs shows one that is not
 // written.
@@ -69,31 +58,6 @@ void ExpectSameIntegerScans(const std::wstring& text) {
 
 void ExpectSameDoubleScan(const std::wstring& text) {
   ExpectSameScan<double>(text, L"%lf", ScanDouble);
-}
-
-// Calls `check` with every text over the alphabet of up to `longest` characters.
-template <typename Check>
-void ForEachText(std::wstring_view alphabet, std::size_t longest, const Check& check) {
-  std::vector<std::size_t> places;
-  std::wstring text;
-  while (true) {
-    check(text);
-    // Counts on, as an odometer does, and grows by one place when all have turned over.
-    std::size_t i = 0;
-    while (i < places.size() && ++places[i] == alphabet.size()) {
-      places[i++] = 0;
-    }
-    if (i == places.size()) {
-      if (places.size() == longest) {
-        return;
-      }
-      places.push_back(0);
-      text.push_back(alphabet[0]);
-    }
-    for (std::size_t k = 0; k < places.size(); ++k) {
-      text[k] = alphabet[places[k]];
-    }
-  }
 }
 
 // Calls `check` with the word, its beginnings, and the word with every character replaced or
