@@ -9,9 +9,9 @@ configure:
 	@scripts/bootstrap build
 	@cmake --preset release
 
-# Runs the main job on the example files and tells what it does.
+# Runs the main jobs on the example files and tells what it does.
 demo: configure
-	@$(BUILD) --target lumattr typical_path
+	@$(BUILD) --target lumattr typical_path decode_devices
 	@examples/demo build/release
 
 # Builds everything and passes the tests.
