@@ -20,7 +20,7 @@ constexpr const char* kDescription =
 
 constexpr const char* kFooter =
     "A PATH is dotted, with occurrences: Sensor(1).Offset\n"
-    "Exit codes: 0 fine, 1 a difference or a finding, 2 trouble.\n"
+    "Exit codes: 0 fine, 1 a difference, a finding or no value, 2 trouble.\n"
     "Every command explains itself: lumattr set --help";
 
 bool IsOption(std::string_view argument) { return !argument.empty() && argument[0] == '-'; }

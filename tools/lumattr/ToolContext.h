@@ -11,7 +11,7 @@ namespace lum::tool {
 /// Exit codes, the same for all commands.
 enum ExitCode : int {
   kExitFine = 0,
-  kExitFinding = 1,  ///< A difference or a finding was reported.
+  kExitFinding = 1,  ///< A difference or a finding was reported, or an operation has no value.
   kExitTrouble = 2,
 };
 

@@ -1,24 +1,29 @@
-// lumattr: works on configuration files, definition files and the catalogue of names. The manual is
-// docs/lumattr.md.
+// lumattr: works on configuration files, definition files, the catalogue of names and the
+// operations of formulas. The manual is docs/lumattr.md.
 #include <iostream>
 
 #include "tools/lumattr/Commands.h"
+#include "tools/lumattr/EvalArguments.h"
 #include "tools/lumattr/RunTool.h"
 #include "tools/lumattr/Terminal.h"
 
 int main(int argc, char** argv) {
   std::ios::sync_with_stdio(false);
   lum::tool::ToolContext context{std::cout, std::cerr, lum::tool::MayColorOutput()};
-  return lum::tool::RunTool(argc, argv, context, [&context](CLI::App& app) {
+  lum::tool::EvalLine line = lum::tool::SplitEvalLine(argc, argv);
+  const auto addCommands = [&context, &line](CLI::App& app) {
     lum::tool::AddCheckCommand(app, context);
     lum::tool::AddConvertCommand(app, context);
     lum::tool::AddDefsCommand(app, context);
     lum::tool::AddDiffCommand(app, context);
+    lum::tool::AddEvalCommand(app, context, line.words);
     lum::tool::AddGetCommand(app, context);
     lum::tool::AddMergeCommand(app, context);
     lum::tool::AddNamesCommand(app, context);
     lum::tool::AddSetCommand(app, context);
     lum::tool::AddShowCommand(app, context);
     lum::tool::AddUnsetCommand(app, context);
-  });
+  };
+  return lum::tool::RunTool(static_cast<int>(line.rest.size()), line.rest.data(), context,
+                            addCommands);
 }
