@@ -16,7 +16,8 @@ namespace lum::tool {
 namespace {
 
 constexpr const char* kDescription =
-    "Shows, changes, compares, merges, converts and checks configuration files of attributes.";
+    "Shows, changes, compares, merges, converts and checks configuration files of attributes,\n"
+    "and evaluates the operations of formulas.";
 
 constexpr const char* kFooter =
     "A PATH is dotted, with occurrences: Sensor(1).Offset\n"
