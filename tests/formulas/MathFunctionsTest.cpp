@@ -229,37 +229,4 @@ TEST(MathFunctions, TheResultMayBeItsOwnArgument) {
   EXPECT_EQ(number, std::pow(90.0, 90.0));
 }
 
-TEST(MathFunctions, VectorsNegateTheirComponents) {
-  CLumDouble2D pair(1.0, -2.0);
-  CLumDouble2D negatedPair;
-  EXPECT_EQ(negatedPair.Neg(pair), 1);
-  double x = 0.0;
-  double y = 0.0;
-  negatedPair.GetDouble2D(x, y);
-  EXPECT_EQ(x, -1.0);
-  EXPECT_EQ(y, 2.0);
-
-  CLumDouble3D triple(1.0, -2.0, 0.0);
-  CLumDouble3D negatedTriple;
-  EXPECT_EQ(negatedTriple.Neg(triple), 1);
-  EXPECT_EQ(negatedTriple.X(), -1.0);
-  EXPECT_EQ(negatedTriple.Y(), 2.0);
-  EXPECT_TRUE(std::signbit(negatedTriple.Z()));
-}
-
-TEST(MathFunctions, VectorsTakeNoOtherKind) {
-  CLumDouble number(4.0);
-  CLumDouble2D pair(1.0, 2.0);
-  CLumDouble3D triple(3.0, 4.0, 5.0);
-  EXPECT_EQ(pair.Neg(number), 0);
-  EXPECT_EQ(triple.Neg(number), 0);
-  EXPECT_EQ(number.Neg(pair), 0);
-  EXPECT_EQ(triple.X(), 3.0);
-  double x = 0.0;
-  double y = 0.0;
-  pair.GetDouble2D(x, y);
-  EXPECT_EQ(x, 1.0);
-  EXPECT_EQ(y, 2.0);
-}
-
 }  // namespace
