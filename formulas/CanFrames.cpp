@@ -74,7 +74,7 @@ std::optional<DataWindow> ReadJ1939Data(std::string_view message, std::int64_t f
     return std::nullopt;
   }
   CFrameText text(message);
-  for (const std::size_t width : {1, 2, 2, 5, 1}) {
+  for (const std::size_t width : {1U, 2U, 2U, 5U, 1U}) {
     text.TakeRun(width);
   }
   return ReadData(text, count, first);

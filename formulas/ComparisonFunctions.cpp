@@ -6,7 +6,6 @@
 
 using lum::detail::Compute;
 using lum::detail::NumberOrZero;
-using lum::detail::ReadNumber;
 
 namespace {
 

@@ -54,8 +54,8 @@ bool ScanHex(std::string_view text, unsigned short& value);
 /// As "%lf": decimal and hexadecimal floating texts, "inf", "infinity", "nan".
 bool ScanDouble(std::wstring_view text, double& value);
 bool ScanDouble(std::string_view text, double& value);
-/// As "%lf" with a width, as in "%5lf". Precondition: a width of 4 at least, so that it does not end
-/// behind "-0x".
+/// As "%lf" with a width, as in "%5lf". Precondition: a width of 4 at least, so that it does not
+/// end behind "-0x".
 bool ScanDouble(std::string_view text, std::size_t width, double& value);
 
 }  // namespace lum::detail

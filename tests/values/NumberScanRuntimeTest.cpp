@@ -146,7 +146,7 @@ TEST(NumberScanRuntime, AgreesOnRandomTimeTexts) {
 
 TEST(NumberScanRuntime, AgreesOnEveryShortDoubleTextOfAWidth) {
   const auto check = [](const std::string& text) {
-    for (const std::size_t width : {4, 5, 6, 7, 8, 9}) {
+    for (const std::size_t width : {4U, 5U, 6U, 7U, 8U, 9U}) {
       ExpectSameDoubleScanOfWidth(text, width);
     }
   };
