@@ -17,6 +17,7 @@ namespace {
 
 using lum::detail::FieldCode;
 using lum::detail::FieldType;
+using lum::detail::ReadField;
 
 // The binary field whose bits a hexadecimal text holds.
 FieldType TypeOfHexText(FieldType type) {
@@ -32,42 +33,23 @@ FieldType TypeOfHexText(FieldType type) {
   }
 }
 
-std::uint64_t ReverseBytes(std::uint64_t bits, int size) {
-  std::uint64_t reversed = 0;
-  for (int i = 0; i < size; ++i) {
-    reversed = reversed << 8 | (bits >> (8 * i) & 0xFF);
-  }
-  return reversed;
-}
-
-std::optional<double> ReadBinary(std::string_view record, FieldCode code) {
-  const auto size = static_cast<std::size_t>(lum::detail::FieldSize(code.type));
-  if (record.size() < size) {
-    return std::nullopt;
-  }
-  const std::uint64_t bits = lum::detail::AssembleBits(record.substr(0, size), code.isReversed);
-  return lum::detail::FieldValue(code.type, bits);
-}
-
-std::optional<double> ReadHexText(std::string_view text, FieldType type, bool isReversed) {
+std::optional<double> ReadHexText(std::string_view text, FieldCode code) {
   unsigned int number = 0;
   if (!lum::detail::ScanHex(text, number)) {
     return std::nullopt;
   }
-  const std::uint64_t bits =
-      isReversed ? ReverseBytes(number, lum::detail::FieldSize(type)) : number;
-  return lum::detail::FieldValue(type, bits);
+  // A record of the number, least significant byte first.
+  const char bytes[] = {static_cast<char>(number), static_cast<char>(number >> 8),
+                        static_cast<char>(number >> 16), static_cast<char>(number >> 24)};
+  return ReadField({bytes, sizeof bytes}, code);
 }
 
 std::optional<double> ReadRecord(std::string_view record, FieldCode code) {
   const FieldType textType = TypeOfHexText(code.type);
   if (textType != FieldType::kNone) {
-    return ReadHexText(record, textType, code.isReversed);
+    return ReadHexText(record, {textType, code.isReversed});
   }
-  if (code.type == FieldType::kNone || code.type == FieldType::kInt64) {
-    return std::nullopt;
-  }
-  return ReadBinary(record, code);
+  return code.type == FieldType::kInt64 ? std::nullopt : ReadField(record, code);
 }
 
 }  // namespace

@@ -21,6 +21,7 @@ namespace {
 using lum::detail::CFrameText;
 using lum::detail::FieldCode;
 using lum::detail::FieldType;
+using lum::detail::ReadField;
 
 constexpr std::int64_t kMostFieldBytes = 8;
 
@@ -80,17 +81,6 @@ std::optional<DataWindow> ReadJ1939Data(std::string_view message, std::int64_t f
   return ReadData(text, count, first);
 }
 
-// The field that a window begins with. Nothing when the code names no field, or the window does not
-// hold all of it.
-std::optional<double> ReadField(const DataWindow& window, FieldCode code) {
-  const auto size = static_cast<std::size_t>(lum::detail::FieldSize(code.type));
-  if (size == 0 || window.count < size) {
-    return std::nullopt;
-  }
-  const std::string_view bytes = window.View().substr(0, size);
-  return lum::detail::FieldValue(code.type, lum::detail::AssembleBits(bytes, code.isReversed));
-}
-
 // The `length` bits of a word, 1 to 63, with the bits above 0, or copies of the top one.
 std::uint64_t CutBits(std::uint64_t word, std::int64_t length, bool isSigned) {
   const std::uint64_t mask = (std::uint64_t{1} << length) - 1;
@@ -141,7 +131,7 @@ int CLumDouble::CanVal(CLumType& frame, CLumType& typeCode, CLumType& startByte,
     return Fail(m_value, lenient);
   }
   const std::optional<DataWindow> window = ReadCanData(text.View(), *start);
-  return Finish(m_value, window ? ReadField(*window, code) : std::nullopt, lenient);
+  return Finish(m_value, window ? ReadField(window->View(), code) : std::nullopt, lenient);
 }
 
 int CLumDouble::J1939Val(CLumType& message, CLumType& typeCode, CLumType& startByte, bool lenient) {
@@ -152,7 +142,7 @@ int CLumDouble::J1939Val(CLumType& message, CLumType& typeCode, CLumType& startB
     return Fail(m_value, lenient);
   }
   const std::optional<DataWindow> window = ReadJ1939Data(text.View(), *start);
-  return Finish(m_value, window ? ReadField(*window, code) : std::nullopt, lenient);
+  return Finish(m_value, window ? ReadField(window->View(), code) : std::nullopt, lenient);
 }
 
 int CLumDouble::J1939BitsVal(CLumType& message, CLumType& typeCode, CLumType& startBit,

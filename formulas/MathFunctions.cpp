@@ -89,10 +89,7 @@ int CLumDouble::Neg(CLumType& value) {
 }
 
 // A sign change, which formulas in the field rely on, not a reciprocal.
-int CLumDouble::Inverse(CLumType& value) {
-  return Compute(
-      m_value, [](double x) { return -x; }, value);
-}
+int CLumDouble::Inverse(CLumType& value) { return CLumDouble::Neg(value); }
 
 int CLumDouble::Int(CLumType& value) {
   return Compute(

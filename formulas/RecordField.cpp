@@ -2,7 +2,6 @@
 
 #include <bit>
 #include <cmath>
-#include <optional>
 
 #include "formulas/NumberArguments.h"
 
@@ -69,6 +68,14 @@ double FieldValue(FieldType type, std::uint64_t bits) {
     default:
       return 0.0;
   }
+}
+
+std::optional<double> ReadField(std::string_view bytes, FieldCode code) {
+  const auto size = static_cast<std::size_t>(FieldSize(code.type));
+  if (size == 0 || bytes.size() < size) {
+    return std::nullopt;
+  }
+  return FieldValue(code.type, AssembleBits(bytes.substr(0, size), code.isReversed));
 }
 
 }  // namespace lum::detail

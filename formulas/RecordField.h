@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 namespace lum::detail {
@@ -40,5 +41,9 @@ std::uint64_t AssembleBits(std::string_view bytes, bool isReversed);
 
 /// The number that a binary field's low bits stand for. Precondition: FieldSize(type) is not 0.
 double FieldValue(FieldType type, std::uint64_t bits);
+
+/// The binary field that the bytes begin with. Nothing when the code names none, or the bytes do
+/// not hold all of it.
+std::optional<double> ReadField(std::string_view bytes, FieldCode code);
 
 }  // namespace lum::detail
