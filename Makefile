@@ -1,7 +1,7 @@
 # A thin face over CMake, its presets and the scripts: see README.md.
 
 .DEFAULT_GOAL := check
-.PHONY: demo check bench format clean configure
+.PHONY: demo check check-windows bench format clean configure
 
 BUILD := cmake --build --preset release
 
@@ -18,6 +18,13 @@ demo: configure
 check: configure
 	@$(BUILD)
 	@ctest --preset release
+
+# Builds the Windows libraries and programs and passes the tests under Wine.
+check-windows:
+	@scripts/bootstrap windows
+	@cmake --preset windows
+	@cmake --build --preset windows
+	@ctest --preset windows
 
 # Prints how the bulk operations grow with the size of the tree.
 bench: configure

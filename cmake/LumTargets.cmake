@@ -33,9 +33,14 @@ function(lum_configure_library target buildMacro)
   target_include_directories(${target} PUBLIC
     $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
     $<INSTALL_INTERFACE:include/LumAttributes>)
+  if(WIN32)
+    set_target_properties(${target} PROPERTIES PREFIX "")
+  else()
+    # A DLL exports the inline members of its classes: programs link to their static constants.
+    set_target_properties(${target} PROPERTIES VISIBILITY_INLINES_HIDDEN ON)
+  endif()
   set_target_properties(${target} PROPERTIES
     CXX_VISIBILITY_PRESET hidden
-    VISIBILITY_INLINES_HIDDEN ON
     VERSION ${PROJECT_VERSION}
     SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
 endfunction()
@@ -54,5 +59,11 @@ function(lum_add_tests target)
   if(LUM_PRECOMPILE_TESTS)
     target_precompile_headers(${target} REUSE_FROM lum_tests_precompiled)
   endif()
-  gtest_discover_tests(${target} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300)
+  if(CMAKE_CROSSCOMPILING)
+    # Starting a program costs too much in an emulator to do it test by test.
+    add_test(NAME ${target} COMMAND ${target})
+    set_tests_properties(${target} PROPERTIES TIMEOUT 900)
+  else()
+    gtest_discover_tests(${target} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300)
+  endif()
 endfunction()

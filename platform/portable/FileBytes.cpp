@@ -10,6 +10,10 @@
 
 #include "platform/TextEncoding.h"
 
+#if defined(_WIN32)
+#include "platform/portable/WindowsApi.h"
+#endif
+
 namespace lum::detail {
 
 namespace {
@@ -63,10 +67,37 @@ int ReadUpTo(std::FILE* file, std::size_t limit, std::string& bytes) {
 
 }  // namespace
 
+#if defined(_WIN32)
+
+namespace {
+
+// The absolute form of a path, empty when the system has none.
+std::wstring FullPath(const std::wstring& path) {
+  std::wstring full(path.size() + MAX_PATH, L'\0');
+  const DWORD length =
+      ::GetFullPathNameW(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr);
+  full.resize(length < full.size() ? length : 0);
+  return full;
+}
+
+// Only with this prefix does the system take paths of any length.
+std::wstring WithLongPrefix(const std::wstring& fullPath) {
+  const bool isShare = fullPath.starts_with(L"\\\\");
+  return isShare ? L"\\\\?\\UNC" + fullPath.substr(1) : L"\\\\?\\" + fullPath;
+}
+
+}  // namespace
+
+#endif
+
 std::filesystem::path SystemPath(const CString& path) {
 #if defined(_WIN32)
-  return std::filesystem::path(
-      std::wstring(path.GetString(), static_cast<std::size_t>(path.GetLength())));
+  // Beside the file there must be room for the name of a temporary one.
+  constexpr std::size_t kMostWithoutPrefix = MAX_PATH - 80;
+  const std::wstring text(path.GetString(), static_cast<std::size_t>(path.GetLength()));
+  const bool hasPrefix = text.starts_with(L"\\\\?\\") || text.starts_with(L"\\\\.\\");
+  const std::wstring full = hasPrefix ? L"" : FullPath(text);
+  return full.size() > kMostWithoutPrefix ? WithLongPrefix(full) : text;
 #else
   const CStringA bytes = WideToUtf8(path);
   return std::filesystem::path(

@@ -17,7 +17,11 @@ namespace {
 LUM_CONSTINIT_TEXT const CString kConstantText(L"abc");
 LUM_CONSTINIT_TEXT const CStringA kConstantBytes("abc");
 LUM_CONSTINIT_TEXT const CString kConstantEmpty(L"");
+#if defined(_WIN32)
+const CString kConstantDefault;  // The empty text lies in the library, at an address yet unknown.
+#else
 LUM_CONSTINIT_TEXT const CString kConstantDefault;
+#endif
 
 constexpr int kLargest = std::numeric_limits<int>::max();
 constexpr int kSmallest = std::numeric_limits<int>::min();

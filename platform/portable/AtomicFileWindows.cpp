@@ -1,0 +1,198 @@
+// The implementation for Windows.
+#include <algorithm>
+#include <string>
+#include <system_error>
+#include <utility>
+
+#include "platform/portable/AtomicFile.h"
+#include "platform/portable/FileBytes.h"
+#include "platform/portable/WindowsApi.h"
+
+namespace lum::detail {
+
+namespace {
+
+using Path = std::filesystem::path;
+
+constexpr int kMaxNameAttempts = 100;
+
+// Virus scanners, indexers and backup programs hold files open for a moment. Waits 10, 20, 30 ...
+// ms, half a second in all, then gives up.
+constexpr int kMaxReplaceAttempts = 10;
+constexpr DWORD kWaitStep = 10;
+
+/// An open handle, closed at the end of its life.
+class CHandle {
+ public:
+  explicit CHandle(HANDLE handle) : m_handle(handle) {}
+  CHandle(const CHandle&) = delete;
+  CHandle& operator=(const CHandle&) = delete;
+  ~CHandle() { Close(); }
+
+  bool IsOpen() const { return m_handle != INVALID_HANDLE_VALUE; }
+  HANDLE Get() const { return m_handle; }
+  bool Close() {
+    const HANDLE handle = std::exchange(m_handle, INVALID_HANDLE_VALUE);
+    return handle == INVALID_HANDLE_VALUE || ::CloseHandle(handle) != 0;
+  }
+
+ private:
+  HANDLE m_handle;
+};
+
+/// A file that is deleted at the end of its life unless it was kept.
+class CTemporaryName {
+ public:
+  CTemporaryName() = default;
+  CTemporaryName(const CTemporaryName&) = delete;
+  CTemporaryName& operator=(const CTemporaryName&) = delete;
+  ~CTemporaryName() {
+    if (!m_path.empty()) {
+      const DWORD error = ::GetLastError();
+      ::DeleteFileW(m_path.c_str());
+      ::SetLastError(error);
+    }
+  }
+
+  void Set(Path path) { m_path = std::move(path); }
+  const Path& Get() const { return m_path; }
+  void Keep() { m_path.clear(); }
+
+ private:
+  Path m_path;
+};
+
+// Steps below return false with the reason in GetLastError().
+
+bool Fail(DWORD error) {
+  ::SetLastError(error);
+  return false;
+}
+
+// The file behind symbolic links and junctions.
+bool FollowLinks(Path& path) {
+  const CHandle file(::CreateFileW(path.c_str(), FILE_READ_ATTRIBUTES,
+                                   FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                   OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+  if (!file.IsOpen()) {
+    return false;
+  }
+  std::wstring name(MAX_PATH, L'\0');
+  DWORD length = 0;
+  while ((length = ::GetFinalPathNameByHandleW(file.Get(), name.data(),
+                                               static_cast<DWORD>(name.size()), 0)) > name.size()) {
+    name.resize(length);
+  }
+  name.resize(length);
+  path = name;
+  return length > 0;
+}
+
+// Whether there is a file to replace. False, with the reason, also when it may not be replaced.
+bool FindTarget(Path& path, bool& exists) {
+  const DWORD attributes = ::GetFileAttributesW(path.c_str());
+  exists = attributes != INVALID_FILE_ATTRIBUTES;
+  if (!exists) {
+    return ::GetLastError() == ERROR_FILE_NOT_FOUND && path.has_filename();
+  }
+  if ((attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY)) != 0) {
+    return Fail(ERROR_ACCESS_DENIED);
+  }
+  return (attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0 || FollowLinks(path);
+}
+
+Path TemporaryPath(const Path& target, int attempt) {
+  LARGE_INTEGER now = {};
+  ::QueryPerformanceCounter(&now);
+  const std::wstring name = L".saving-" + std::to_wstring(::GetCurrentProcessId()) + L"-" +
+                            std::to_wstring(now.QuadPart) + L"-" + std::to_wstring(attempt);
+  return target.parent_path() / name;
+}
+
+HANDLE CreateBeside(const Path& target, CTemporaryName& temporary) {
+  for (int attempt = 0; attempt < kMaxNameAttempts; ++attempt) {
+    Path path = TemporaryPath(target, attempt);
+    const HANDLE file = ::CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                      FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file != INVALID_HANDLE_VALUE) {
+      temporary.Set(std::move(path));
+      return file;
+    }
+    if (::GetLastError() != ERROR_FILE_EXISTS) {
+      break;
+    }
+  }
+  return INVALID_HANDLE_VALUE;
+}
+
+bool WriteAll(HANDLE file, std::string_view bytes) {
+  constexpr std::size_t kMostAtOnce = std::size_t{1} << 26;
+  while (!bytes.empty()) {
+    DWORD count = 0;
+    const auto wanted = static_cast<DWORD>(std::min(bytes.size(), kMostAtOnce));
+    if (::WriteFile(file, bytes.data(), wanted, &count, nullptr) == 0) {
+      return false;
+    }
+    bytes.remove_prefix(count);
+  }
+  return true;
+}
+
+// Others have the file open: that may end in a moment.
+bool MayPass(DWORD error) {
+  return error == ERROR_SHARING_VIOLATION || error == ERROR_ACCESS_DENIED ||
+         error == ERROR_LOCK_VIOLATION || error == ERROR_UNABLE_TO_REMOVE_REPLACED ||
+         error == ERROR_UNABLE_TO_MOVE_REPLACEMENT;
+}
+
+// ReplaceFile gives the new file the old one's permissions and attributes. Not every file system
+// has it.
+bool MoveOver(const Path& source, const Path& target, bool exists) {
+  if (exists && ::ReplaceFileW(target.c_str(), source.c_str(), nullptr, 0, nullptr, nullptr) != 0) {
+    return true;
+  }
+  if (exists && MayPass(::GetLastError())) {
+    return false;
+  }
+  return ::MoveFileExW(source.c_str(), target.c_str(),
+                       MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
+}
+
+bool MoveOverPatiently(const Path& source, const Path& target, bool exists) {
+  for (int attempt = 1; !MoveOver(source, target, exists); ++attempt) {
+    const DWORD error = ::GetLastError();
+    if (attempt == kMaxReplaceAttempts || !MayPass(error)) {
+      return Fail(error);
+    }
+    ::Sleep(kWaitStep * static_cast<DWORD>(attempt));
+  }
+  return true;
+}
+
+bool Replace(Path target, std::string_view bytes) {
+  bool exists = false;
+  if (!FindTarget(target, exists)) {
+    return false;
+  }
+  CTemporaryName temporary;
+  CHandle file(CreateBeside(target, temporary));
+  if (!file.IsOpen() || !WriteAll(file.Get(), bytes) || ::FlushFileBuffers(file.Get()) == 0 ||
+      !file.Close() || !MoveOverPatiently(temporary.Get(), target, exists)) {
+    return false;
+  }
+  temporary.Keep();
+  return true;
+}
+
+}  // namespace
+
+bool WriteFileAtomically(const CString& path, std::string_view bytes, CString& error) {
+  const bool isDone =
+      path.Find(L'\0') < 0 ? Replace(SystemPath(path), bytes) : Fail(ERROR_INVALID_NAME);
+  if (!isDone) {
+    error = WindowsMessage(::GetLastError());
+  }
+  return isDone;
+}
+
+}  // namespace lum::detail
