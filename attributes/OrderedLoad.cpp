@@ -6,7 +6,7 @@
 #include "attributes/ItemCodec.h"
 #include "attributes/TreeInserter.h"
 #include "catalogue/AttributeNames.h"
-#include "platform/StdioFile.h"
+#include "platform/Framework.h"
 #include "values/TextView.h"
 
 using namespace lum::detail;

@@ -1,7 +1,7 @@
 // Library-internal: visits the items of a section.
 #pragma once
 
-#include "platform/FileObject.h"
+#include "platform/LumBase.h"
 
 namespace lum::detail {
 

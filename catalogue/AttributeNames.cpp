@@ -1,6 +1,11 @@
 // Defines the catalogue's constants from the one table in AttributeNames.def.
 #include "catalogue/AttributeNames.h"
 
+// Only a platform whose strings the compiler can build defines it.
+#ifndef LUM_CONSTINIT_TEXT
+#define LUM_CONSTINIT_TEXT
+#endif
+
 #define LUM_ATTRIBUTE_NAME(constant, text) LUM_CONSTINIT_TEXT const CString constant(L"" text);
 #include "catalogue/AttributeNames.def"
 #undef LUM_ATTRIBUTE_NAME

@@ -7,12 +7,13 @@
 
 #include <span>
 
-#include "platform/FrameworkString.h"
+#include "platform/Framework.h"
 #include "values/LumAttributesExport.h"
 
 /// The catalogue's constants: `extern const CString ATTR_...` (and four ATTRIB_..., the keys of the
-/// attribute trees themselves). They are built by the compiler, so code that runs while modules are
-/// loaded sees their texts too. Compared exactly, case included; never changed.
+/// attribute trees themselves). With this project's platform they are built by the compiler, so
+/// code that runs while modules are loaded sees their texts too; with another one, before the
+/// library's other objects. Compared exactly, case included; never changed.
 #define LUM_ATTRIBUTE_NAME(constant, text) extern LUM_ATTRIBUTES_API const CString constant;
 #include "catalogue/AttributeNames.def"
 #undef LUM_ATTRIBUTE_NAME

@@ -2,7 +2,7 @@
 // operating system's way of saying so (that stands in LumAttributes.cpp).
 #pragma once
 
-#include "platform/ExtensionModule.h"
+#include "platform/Framework.h"
 
 namespace lum::detail {
 
@@ -26,7 +26,7 @@ class CModuleAttachment {
   bool IsAttached() const noexcept { return m_attached; }
 
  private:
-  AFX_EXTENSION_MODULE m_module;
+  AFX_EXTENSION_MODULE m_module{};
   bool m_attached = false;
 };
 

@@ -14,6 +14,7 @@ set(LUM_SANITIZERS "" CACHE STRING "Sanitizers for every target, comma separated
 if(LUM_SANITIZERS)
   add_compile_options(-fsanitize=${LUM_SANITIZERS} -fno-sanitize-recover=all)
   add_link_options(-fsanitize=${LUM_SANITIZERS})
+  add_compile_definitions(LUM_SANITIZED)
 endif()
 
 # Language level, warnings and the include root, for any target of the project.
@@ -30,15 +31,14 @@ function(lum_configure_library target buildMacro)
   # A fused multiply-add would round once where the formulas are laid down to round twice.
   target_compile_options(${target} PRIVATE -ffp-contract=off)
   target_compile_definitions(${target} PRIVATE ${buildMacro})
-  target_include_directories(${target} PUBLIC
-    $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
-    $<INSTALL_INTERFACE:include/LumAttributes>)
+  target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>)
   if(WIN32)
     set_target_properties(${target} PROPERTIES PREFIX "")
   else()
     # A DLL exports the inline members of its classes: programs link to their static constants.
     set_target_properties(${target} PROPERTIES VISIBILITY_INLINES_HIDDEN ON)
   endif()
+  # A build with sanitizers is for the tests alone: what it exports is nobody's interface.
   set_target_properties(${target} PROPERTIES
     CXX_VISIBILITY_PRESET hidden
     VERSION ${PROJECT_VERSION}

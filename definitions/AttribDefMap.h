@@ -27,8 +27,10 @@ class LUM_ATTRIBUTES_API CAttribDefMap {
   /// characters is left out and counts as one that made no value, and a load ends with false at the
   /// first definition line after so many records. Both are far above what definitions need:
   /// identifiers have 16 bits.
-  static constexpr int kMaxLineLength = 1 << 24;
-  static constexpr int kMaxRecords = 1 << 20;
+  enum Limits : int {
+    kMaxLineLength = 1 << 24,
+    kMaxRecords = 1 << 20,
+  };
 
   CAttribDefMap();
   CAttribDefMap(const CAttribDefMap& other);

@@ -10,7 +10,7 @@
 #include "formulas/NumberArguments.h"
 #include "formulas/RecordField.h"
 #include "formulas/TextArgument.h"
-#include "platform/Numerics.h"
+#include "platform/LumBase.h"
 #include "values/DoubleType.h"
 
 using lum::detail::CByteText;

@@ -3,7 +3,7 @@
 #include <numbers>
 
 #include "formulas/NumberArguments.h"
-#include "platform/Numerics.h"
+#include "platform/LumBase.h"
 #include "values/DoubleType.h"
 
 using lum::detail::Compute;

@@ -1,7 +1,6 @@
 #include "formulas/TextArgument.h"
 
 #include <algorithm>
-#include <type_traits>
 #include <typeinfo>
 
 #include "values/FreeFormType.h"
@@ -29,8 +28,8 @@ CTextArgument<Ch>::CTextArgument(const CLumType& argument) {
 // ASCII characters alone are the same in both widths.
 template <typename Ch>
 bool CTextArgument<Ch>::CopyShort(const CLumType& argument) {
-  using OtherChar = typename LumFrameworkString<Ch>::OtherChar;
-  LumFrameworkString<OtherChar> text;
+  using OtherChar = std::conditional_t<std::is_same_v<Ch, char>, wchar_t, char>;
+  StringOf<OtherChar> text;
   if (argument.GetName(text) == 0 || text.GetLength() > kMostShort) {
     return false;
   }

@@ -2,10 +2,15 @@
 #pragma once
 
 #include <string_view>
+#include <type_traits>
 
 #include "values/LumTypeBase.h"
 
 namespace lum::detail {
+
+/// The framework's string of a width.
+template <typename Ch>
+using StringOf = std::conditional_t<std::is_same_v<Ch, char>, CStringA, CString>;
 
 /// The text of an argument as its GetName gives it, 8-bit (char) or wide (wchar_t); empty when it
 /// has none. Short texts of ASCII are read without an allocation from every kind, also from those
@@ -27,7 +32,7 @@ class CTextArgument {
 
   bool CopyShort(const CLumType& argument);
 
-  LumFrameworkString<Ch> m_text;
+  StringOf<Ch> m_text;
   Ch m_short[kMostShort];
   std::basic_string_view<Ch> m_view;
   bool m_hasText;

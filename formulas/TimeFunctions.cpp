@@ -5,7 +5,7 @@
 
 #include "formulas/NumberArguments.h"
 #include "formulas/TextArgument.h"
-#include "platform/ExTime.h"
+#include "platform/LumBase.h"
 #include "values/DoubleType.h"
 #include "values/NumberScan.h"
 

@@ -281,5 +281,5 @@ using CStringW = CString;
 using CStringA = LumFrameworkString<char>;
 
 /// Says that this platform's strings can be built by the compiler, so that a text constant is there
-/// before any code of its module runs. A platform whose strings cannot leaves this empty.
+/// before any code of its module runs. A platform whose strings cannot does not define it.
 #define LUM_CONSTINIT_TEXT constinit

@@ -2,6 +2,10 @@
 // LUM_PLATFORM_API; everything else stays hidden inside the library.
 #pragma once
 
+#if defined(LUM_FOREIGN_PLATFORM)
+#error "LUM_PLATFORM_DIR names another platform, which must not fall back on this one"
+#endif
+
 #if defined(_WIN32)
 #if defined(LUM_PLATFORM_BUILD)
 #define LUM_PLATFORM_API __declspec(dllexport)

@@ -1,6 +1,8 @@
 // CLumUnitCnv: the host family's unit converter, carried by CLumType for its users.
 #pragma once
 
+#include "platform/PlatformExport.h"
+
 /// Converts between the user's unit and the system's unit by a factor and an offset.
 class CLumUnitCnv {
  public:

@@ -11,7 +11,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/FrameworkString.h"
+#include "platform/Framework.h"
 #include "platform/TextEncoding.h"
 
 class CTemporaryFolder {

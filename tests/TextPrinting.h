@@ -5,10 +5,12 @@
 #include <ostream>
 #include <type_traits>
 
-#include "platform/FrameworkString.h"
+#include "platform/Framework.h"
 
-template <typename Ch>
-void PrintTo(const LumFrameworkString<Ch>& text, std::ostream* out) {
+/// Between quotation marks, everything but printable ASCII as its code.
+template <typename Text>
+void PrintText(const Text& text, std::ostream* out) {
+  using Ch = std::decay_t<decltype(text[0])>;
   *out << (std::is_same_v<Ch, char> ? "\"" : "L\"");
   for (int i = 0; i < text.GetLength(); ++i) {
     const auto code = static_cast<unsigned int>(static_cast<std::make_unsigned_t<Ch>>(text[i]));
@@ -22,3 +24,7 @@ void PrintTo(const LumFrameworkString<Ch>& text, std::ostream* out) {
   }
   *out << '"';
 }
+
+inline void PrintTo(const CString& text, std::ostream* out) { PrintText(text, out); }
+
+inline void PrintTo(const CStringA& text, std::ostream* out) { PrintText(text, out); }

@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "platform/FrameworkString.h"
+#include "platform/Framework.h"
 
 namespace lum::detail {
 

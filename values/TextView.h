@@ -5,7 +5,7 @@
 #include <functional>
 #include <string_view>
 
-#include "platform/FrameworkString.h"
+#include "platform/Framework.h"
 
 namespace lum::detail {
 

@@ -1,9 +1,7 @@
-// The texts that describe trees and sections, the folder for files, the definitions.
+// The texts that describe trees and sections.
 #include "tests/attributes/TreeTesting.h"
 
-#include "definitions/AttribDefMap.h"
 #include "platform/TextEncoding.h"
-#include "tests/TemporaryFolder.h"
 
 std::string Narrow(const CString& text) {
   const CStringA bytes = WideToUtf8(text);
@@ -64,16 +62,4 @@ FileObject FileWithItems(const std::string& items) {
     start = end + 1;
   }
   return file;
-}
-
-void LoadTestDefinitions() {
-  const CTemporaryFolder folder;
-  const auto path = folder.File("definitions.txt");
-  WriteBytes(path,
-             "DefInt,1,An int,101,0,,7\n"
-             "DefDouble,2,A double,103,0,,2.5\n"
-             "DefName,3,A name,501,0,,none\n"
-             "DefArray,4,A list,603,0,,1,2,3\n"
-             "DefNone,5,Nothing,999,0,,x\n");
-  CAttribDefMap::GetAttribDefMap().LoadDefFile(PathText(path), false);
 }

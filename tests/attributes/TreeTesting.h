@@ -1,5 +1,4 @@
-// What the tests of attribute trees share: texts that describe trees and sections, a folder for
-// files, definitions.
+// What the tests of attribute trees share: texts that describe trees and sections, definitions.
 #pragma once
 
 #include <string>
@@ -24,6 +23,12 @@ std::string Narrow(const CString& text);
 /// A section "S" that holds the items of a text such as "A=0,1|B=0,2".
 FileObject FileWithItems(const std::string& items);
 
-/// Fills the process-wide definition table: DefInt (default 7), DefDouble (2.5), DefName ("none"),
-/// DefArray (1,2,3) and DefNone, whose type code makes no value.
+/// Fills the process-wide definition table from kTestDefinitions: DefInt (default 7), DefDouble
+/// (2.5), DefName ("none"), DefArray (1,2,3) and DefNone, whose type code makes no value.
 void LoadTestDefinitions();
+inline constexpr const char* kTestDefinitions =
+    "DefInt,1,An int,101,0,,7\n"
+    "DefDouble,2,A double,103,0,,2.5\n"
+    "DefName,3,A name,501,0,,none\n"
+    "DefArray,4,A list,603,0,,1,2,3\n"
+    "DefNone,5,Nothing,999,0,,x\n";

@@ -15,7 +15,7 @@
 #include "tests/TextPrinting.h"
 
 // What the catalogue looked like before the constructors of any library had run.
-#if defined(__linux__)
+#if defined(__linux__) && defined(LUM_CONSTINIT_TEXT)
 namespace {
 
 struct EarlySight {
@@ -230,7 +230,7 @@ TEST(AttributeNames, OtherConstants) {
   static_assert(std::is_same_v<decltype(MENUBASE_CMDID), const unsigned int>);
 }
 
-#if defined(__linux__)
+#if defined(__linux__) && defined(LUM_CONSTINIT_TEXT)
 TEST(AttributeNames, AreThereBeforeAnyCodeOfAModuleRuns) {
   EXPECT_EQ(CString(g_early[0].characters, g_early[0].length), CString(L"AboveColor"));
   EXPECT_EQ(CString(g_early[1].characters, g_early[1].length), CString(L"OrderInfo"));

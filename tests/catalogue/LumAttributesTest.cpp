@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/ExtensionModule.h"
+#include "platform/Framework.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include <cstdio>
 #include <limits>
 
-#include "platform/FrameworkString.h"
+#include "platform/Framework.h"
 #include "tests/TextPrinting.h"
 
 namespace lum::test {

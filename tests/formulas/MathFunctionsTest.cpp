@@ -3,7 +3,7 @@
 #include <cmath>
 #include <limits>
 
-#include "platform/Numerics.h"
+#include "platform/LumBase.h"
 #include "tests/formulas/Evaluate.h"
 
 namespace {

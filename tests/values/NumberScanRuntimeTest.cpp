@@ -13,7 +13,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/FrameworkString.h"
+#include "platform/Framework.h"
 #include "tests/RuntimeComparison.h"
 #include "tests/TextPrinting.h"
 #include "values/NumberScan.h"
