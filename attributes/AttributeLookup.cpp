@@ -4,13 +4,20 @@
 
 #include "attributes/AttributeMap.h"
 #include "attributes/NodeAccess.h"
+#include "values/SharedObject.h"
 
+using lum::detail::CSharedObject;
 using lum::detail::NodeAccess;
 
-const CAttributeMap& CAttributeMap::NullAttribute() {
-  static const CAttributeMap empty;
-  return empty;
-}
+namespace {
+
+constinit CSharedObject<const CAttributeMap> g_emptyNode;
+// Not the empty node's value, which nobody may get hold of to change it.
+constinit CSharedObject<CLumUndefined> g_missingValue;
+
+}  // namespace
+
+const CAttributeMap& CAttributeMap::NullAttribute() { return g_emptyNode.Get(); }
 
 int CAttributeMap::Count(const CString& name) const {
   return static_cast<int>(
@@ -82,8 +89,6 @@ const CLumType& CAttributeMap::FindValue(const CString& name, int n) const {
 }
 
 CLumType& CAttributeMap::FindValue(const CString& name, int n) {
-  // Not the empty node's value, which nobody may get hold of to change it.
-  static CLumUndefined missing;
   CAttributeMap* child = GetAttrMap(name, n);
-  return child != nullptr ? child->Value() : missing;
+  return child != nullptr ? child->Value() : g_missingValue.Get();
 }

@@ -5,10 +5,13 @@
 #include <utility>
 
 #include "catalogue/AttributeNames.h"
+#include "values/SharedObject.h"
 
 namespace {
 
-const Translator& Translations() { return Translator::Instance(); }
+constinit lum::detail::CSharedObject<CAttribDefMap> g_table;
+
+Translator& Translations() { return Translator::Instance(); }
 
 bool LanguageIsForeign() { return Translations().IsLanguageForeign(); }
 
@@ -66,10 +69,7 @@ CAttribDefMap& CAttribDefMap::operator=(const CAttribDefMap& other) {
 
 CAttribDefMap::~CAttribDefMap() = default;
 
-CAttribDefMap& CAttribDefMap::GetAttribDefMap() {
-  static CAttribDefMap table;
-  return table;
-}
+CAttribDefMap& CAttribDefMap::GetAttribDefMap() { return g_table.Get(); }
 
 int CAttribDefMap::Count() const noexcept { return NextIndex(); }
 

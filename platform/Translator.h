@@ -9,7 +9,7 @@
 /// threads, but not changed meanwhile.
 class LUM_PLATFORM_API Translator {
  public:
-  /// The process-wide translator, made on the first call (thread-safe); its language is not foreign
+  /// The process-wide translator, made when the platform is loaded; its language is not foreign
   /// until SetLanguageForeign says so.
   static Translator& Instance();
 

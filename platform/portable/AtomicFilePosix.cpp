@@ -11,7 +11,7 @@
 #include <filesystem>
 #include <string>
 
-#include "platform/portable/FileBytes.h"
+#include "platform/portable/SystemFile.h"
 
 namespace lum::detail {
 

@@ -1,11 +1,10 @@
 // The implementation for Windows.
 #include <algorithm>
 #include <string>
-#include <system_error>
 #include <utility>
 
 #include "platform/portable/AtomicFile.h"
-#include "platform/portable/FileBytes.h"
+#include "platform/portable/SystemFile.h"
 #include "platform/portable/WindowsApi.h"
 
 namespace lum::detail {
@@ -15,11 +14,6 @@ namespace {
 using Path = std::filesystem::path;
 
 constexpr int kMaxNameAttempts = 100;
-
-// Virus scanners, indexers and backup programs hold files open for a moment. Waits 10, 20, 30 ...
-// ms, half a second in all, then gives up.
-constexpr int kMaxReplaceAttempts = 10;
-constexpr DWORD kWaitStep = 10;
 
 /// An open handle, closed at the end of its life.
 class CHandle {
@@ -138,17 +132,24 @@ bool WriteAll(HANDLE file, std::string_view bytes) {
   return true;
 }
 
-// Others have the file open: that may end in a moment.
-bool MayPass(DWORD error) {
-  return error == ERROR_SHARING_VIOLATION || error == ERROR_ACCESS_DENIED ||
-         error == ERROR_LOCK_VIOLATION || error == ERROR_UNABLE_TO_REMOVE_REPLACED ||
-         error == ERROR_UNABLE_TO_MOVE_REPLACEMENT;
+// Gives the new file the old one's permissions and attributes. Without a name for the old one the
+// system would choose one itself, and not everywhere delete the file again.
+bool ReplaceExisting(const Path& source, const Path& target, const Path& backup) {
+  if (::ReplaceFileW(target.c_str(), source.c_str(), backup.c_str(), 0, nullptr, nullptr) != 0) {
+    ::DeleteFileW(backup.c_str());
+    return true;
+  }
+  const DWORD error = ::GetLastError();
+  if (error == ERROR_UNABLE_TO_MOVE_REPLACEMENT_2) {
+    // The old file has its other name already.
+    ::MoveFileExW(backup.c_str(), target.c_str(), MOVEFILE_WRITE_THROUGH);
+  }
+  return Fail(error);
 }
 
-// ReplaceFile gives the new file the old one's permissions and attributes. Not every file system
-// has it.
-bool MoveOver(const Path& source, const Path& target, bool exists) {
-  if (exists && ::ReplaceFileW(target.c_str(), source.c_str(), nullptr, 0, nullptr, nullptr) != 0) {
+// Not every file system can replace files; then, and for a new file, the move alone must do.
+bool MoveOver(const Path& source, const Path& target, const Path& backup, bool exists) {
+  if (exists && ReplaceExisting(source, target, backup)) {
     return true;
   }
   if (exists && MayPass(::GetLastError())) {
@@ -158,15 +159,14 @@ bool MoveOver(const Path& source, const Path& target, bool exists) {
                        MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
 }
 
-bool MoveOverPatiently(const Path& source, const Path& target, bool exists) {
-  for (int attempt = 1; !MoveOver(source, target, exists); ++attempt) {
-    const DWORD error = ::GetLastError();
-    if (attempt == kMaxReplaceAttempts || !MayPass(error)) {
-      return Fail(error);
-    }
-    ::Sleep(kWaitStep * static_cast<DWORD>(attempt));
+// Has the system write down that the file has its new name, as the move does on its own.
+void FlushName(const Path& path) {
+  const CHandle file(::CreateFileW(path.c_str(), GENERIC_WRITE,
+                                   FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                   OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+  if (file.IsOpen()) {
+    ::FlushFileBuffers(file.Get());
   }
-  return true;
 }
 
 bool Replace(Path target, std::string_view bytes) {
@@ -177,10 +177,15 @@ bool Replace(Path target, std::string_view bytes) {
   CTemporaryName temporary;
   CHandle file(CreateBeside(target, temporary));
   if (!file.IsOpen() || !WriteAll(file.Get(), bytes) || ::FlushFileBuffers(file.Get()) == 0 ||
-      !file.Close() || !MoveOverPatiently(temporary.Get(), target, exists)) {
+      !file.Close()) {
+    return false;
+  }
+  const Path backup = Path(temporary.Get()).concat(L"-old");
+  if (!RetryWhileBusy([&] { return MoveOver(temporary.Get(), target, backup, exists); })) {
     return false;
   }
   temporary.Keep();
+  FlushName(target);
   return true;
 }
 

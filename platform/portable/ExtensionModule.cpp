@@ -2,36 +2,52 @@
 #include "platform/ExtensionModule.h"
 
 #include <algorithm>
+#include <atomic>
 #include <mutex>
+#include <thread>
 #include <vector>
 
 namespace {
 
+// Held for a few instructions; unlike a mutex it needs nothing of the runtime that would stay in
+// the process after the platform has left it.
+class CSpinLock {
+ public:
+  void lock() noexcept {
+    while (m_isHeld.test_and_set(std::memory_order_acquire)) {
+      std::this_thread::yield();
+    }
+  }
+  void unlock() noexcept { m_isHeld.clear(std::memory_order_release); }
+
+ private:
+  std::atomic_flag m_isHeld;
+};
+
 struct Register {
-  std::mutex mutex;
+  CSpinLock lock;
   std::vector<CDynLinkLibrary*> libraries;
 };
 
-// Never destroyed: modules are taken down after the objects of the process were.
-Register& TheRegister() {
-  static Register& instance = *new Register;
-  return instance;
-}
+// Built without code and before anything that depends on this library, so it is destroyed after
+// all that.
+constinit Register g_register;
 
 // Takes a module's objects out of the register.
-std::vector<CDynLinkLibrary*> TakeLibraries(Register& all, const AFX_EXTENSION_MODULE& module) {
+std::vector<CDynLinkLibrary*> TakeLibraries(const AFX_EXTENSION_MODULE& module) {
+  std::vector<CDynLinkLibrary*>& libraries = g_register.libraries;
   const auto firstTaken = std::stable_partition(
-      all.libraries.begin(), all.libraries.end(),
+      libraries.begin(), libraries.end(),
       [&](const CDynLinkLibrary* library) { return &library->Module() != &module; });
-  std::vector<CDynLinkLibrary*> taken(firstTaken, all.libraries.end());
-  all.libraries.erase(firstTaken, all.libraries.end());
+  std::vector<CDynLinkLibrary*> taken(firstTaken, libraries.end());
+  libraries.erase(firstTaken, libraries.end());
   return taken;
 }
 
 }  // namespace
 
 bool AfxInitExtensionModule(AFX_EXTENSION_MODULE& module, HINSTANCE instance) {
-  const std::lock_guard lock(TheRegister().mutex);
+  const std::lock_guard lock(g_register.lock);
   if (module.bInitialized) {
     return false;
   }
@@ -43,9 +59,8 @@ bool AfxInitExtensionModule(AFX_EXTENSION_MODULE& module, HINSTANCE instance) {
 void AfxTermExtensionModule(AFX_EXTENSION_MODULE& module, bool /*all*/) {
   std::vector<CDynLinkLibrary*> taken;
   {
-    Register& all = TheRegister();
-    const std::lock_guard lock(all.mutex);
-    taken = TakeLibraries(all, module);
+    const std::lock_guard lock(g_register.lock);
+    taken = TakeLibraries(module);
     module.bInitialized = false;
     module.hModule = nullptr;
   }
@@ -56,19 +71,16 @@ void AfxTermExtensionModule(AFX_EXTENSION_MODULE& module, bool /*all*/) {
 }
 
 CDynLinkLibrary::CDynLinkLibrary(AFX_EXTENSION_MODULE& module) : m_module(module) {
-  Register& all = TheRegister();
-  const std::lock_guard lock(all.mutex);
-  all.libraries.push_back(this);
+  const std::lock_guard lock(g_register.lock);
+  g_register.libraries.push_back(this);
 }
 
 CDynLinkLibrary::~CDynLinkLibrary() {
-  Register& all = TheRegister();
-  const std::lock_guard lock(all.mutex);
-  std::erase(all.libraries, this);
+  const std::lock_guard lock(g_register.lock);
+  std::erase(g_register.libraries, this);
 }
 
 int CDynLinkLibrary::Count() {
-  Register& all = TheRegister();
-  const std::lock_guard lock(all.mutex);
-  return static_cast<int>(all.libraries.size());
+  const std::lock_guard lock(g_register.lock);
+  return static_cast<int>(g_register.libraries.size());
 }

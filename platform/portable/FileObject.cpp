@@ -25,8 +25,9 @@ struct FileObject::Document {
   CFileDocument content;
   CString lastError;
 
+  static const Document empty;
+
   static const Document& Of(const FileObject& file) {
-    static const Document empty;
     return file.m_document ? *file.m_document : empty;
   }
   static Document& Of(FileObject& file) {
@@ -36,6 +37,8 @@ struct FileObject::Document {
     return *file.m_document;
   }
 };
+
+const FileObject::Document FileObject::Document::empty;
 
 namespace {
 

@@ -31,15 +31,16 @@ struct Translator::Texts {
   TextMap names;
   TextMap controls;
   bool isForeign = false;
+
+  static Translator instance;
 };
+
+Translator Translator::Texts::instance;
 
 Translator::Translator() : m_texts(std::make_unique<Texts>()) {}
 Translator::~Translator() = default;
 
-Translator& Translator::Instance() {
-  static Translator translator;
-  return translator;
-}
+Translator& Translator::Instance() { return Texts::instance; }
 
 bool Translator::IsLanguageForeign() const noexcept { return m_texts->isForeign; }
 

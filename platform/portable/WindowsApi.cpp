@@ -1,10 +1,15 @@
 #include "platform/portable/WindowsApi.h"
 
+#include <cerrno>
 #include <iterator>
+
+#include "platform/portable/SystemFile.h"
 
 namespace lum::detail {
 
-CString WindowsMessage(DWORD error) {
+namespace {
+
+CString SystemText(DWORD error) {
   constexpr DWORD kFlags = FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS;
   wchar_t text[512];
   DWORD length = 0;
@@ -14,12 +19,27 @@ CString WindowsMessage(DWORD error) {
                                 static_cast<DWORD>(std::size(text)), nullptr);
     }
   }
-  CString message(text, static_cast<int>(length));
+  return CString(text, static_cast<int>(length));
+}
+
+}  // namespace
+
+CString WindowsMessage(DWORD error) {
+  if (error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND) {
+    return SystemMessage(ENOENT);
+  }
+  CString message = SystemText(error);
   message.TrimRight(L"\r\n .");
   if (message.IsEmpty()) {
     message.Format(L"error %u", static_cast<unsigned int>(error));
   }
   return message;
+}
+
+bool MayPass(DWORD error) {
+  return error == ERROR_SHARING_VIOLATION || error == ERROR_ACCESS_DENIED ||
+         error == ERROR_LOCK_VIOLATION || error == ERROR_UNABLE_TO_REMOVE_REPLACED ||
+         error == ERROR_UNABLE_TO_MOVE_REPLACEMENT;
 }
 
 }  // namespace lum::detail

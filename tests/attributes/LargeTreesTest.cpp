@@ -5,12 +5,13 @@
 #include <string>
 
 #include "attributes/AttributeMap.h"
+#include "tests/DeepTree.h"
 #include "tests/TemporaryFolder.h"
 #include "tests/attributes/TreeTesting.h"
 
 namespace {
 
-constexpr int kDepth = 1'000'000;
+constexpr int kDepth = lum::test::kDeepestLevel;
 constexpr int kSiblings = 100'000;
 
 /// Groups "G" in each other, with a leaf in the last one.

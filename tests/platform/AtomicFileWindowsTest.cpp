@@ -9,6 +9,7 @@
 
 #include "platform/portable/AtomicFile.h"
 #include "platform/portable/FileBytes.h"
+#include "platform/portable/SystemFile.h"
 #include "platform/portable/WindowsApi.h"
 #include "tests/TemporaryFolder.h"
 #include "tests/TextPrinting.h"
@@ -77,8 +78,10 @@ TEST_F(AtomicFile, TakesPathsBeyond260Characters) {
   std::string bytes;
   EXPECT_TRUE(lum::detail::ReadWholeFile(path, 100, bytes, m_error));
   EXPECT_EQ(bytes, "22");
-  fs::remove_all(
-      lum::detail::SystemPath(CString((m_folder.Path() / std::wstring(60, L'x')).c_str())));
+  fs::remove(lum::detail::SystemPath(path));
+  for (; folder != m_folder.Path(); folder = folder.parent_path()) {
+    fs::remove(lum::detail::SystemPath(CString(folder.c_str())));
+  }
 }
 
 TEST_F(AtomicFile, RefusesFoldersAndProtectedFiles) {

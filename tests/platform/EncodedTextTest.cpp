@@ -97,6 +97,10 @@ TEST(EncodedText, WritesWhatReadsBack) {
   for (const E encoding : kAll) {
     for (const CString& text : texts) {
       std::string bytes = "before";
+      if (encoding == E::Ansi && AnsiToWide(WideToAnsi(text)) != text) {
+        EXPECT_FALSE(EncodeText(text, encoding, bytes));  // A code page has few characters.
+        continue;
+      }
       EXPECT_TRUE(EncodeText(text, encoding, bytes));
       EXPECT_EQ(bytes.substr(0, 6), "before");
       EXPECT_EQ(DecodeText(std::string_view(bytes).substr(6), encoding), text);

@@ -8,6 +8,7 @@
 #include <string>
 #include <thread>
 
+#include "platform/portable/SystemFile.h"
 #include "tests/TemporaryFolder.h"
 #include "tests/TextPrinting.h"
 

@@ -122,19 +122,23 @@ const Edit kAdditions[] = {
     {"line end of the first line", "[S]\r\na=1\n", L"n", L"0", "[S]\r\na=1\nn=0\r\n"},
     {"line end of the first line", "[S]\na=1\r\n", L"n", L"0", "[S]\na=1\r\nn=0\n"},
     {"last line without end", "[S]\r\na=1", L"n", L"0", "[S]\r\na=1\r\nn=0\r\n"},
-    {"header without end", "[S]", L"n", L"0", "[S]\nn=0\n"},
+    {"header without end", "[S]", L"n", L"0", WithSystemLineEnds("[S]\nn=0\n")},
     {"last line with a lone return", "[S]\na=1\r", L"n", L"0", "[S]\na=1\r\r\nn=0\n"},
     {"new section", "[T]\nx=1\n", L"n", L"0", "[T]\nx=1\n\n[S]\nn=0\n"},
     {"new section after a blank line", "[T]\r\n\r\n", L"n", L"0", "[T]\r\n\r\n[S]\r\nn=0\r\n"},
     {"new section after a blank line", "[T]\n\n", L"n", L"0", "[T]\n\n[S]\nn=0\n"},
     {"new section after a blank line", "\n", L"n", L"0", "\n[S]\nn=0\n"},
-    {"new section after a line without end", "; x", L"n", L"0", "; x\n\n[S]\nn=0\n"},
-    {"empty file", "", L"n", L"0", "[S]\nn=0\n"},
-    {"only a mark", "\xEF\xBB\xBF", L"n", L"\u00E4", "\xEF\xBB\xBF[S]\nn=\xC3\xA4\n"},
+    {"new section after a line without end", "; x", L"n", L"0",
+     WithSystemLineEnds("; x\n\n[S]\nn=0\n")},
+    {"empty file", "", L"n", L"0", WithSystemLineEnds("[S]\nn=0\n")},
+    {"only a mark", "\xEF\xBB\xBF", L"n", L"\u00E4",
+     WithSystemLineEnds("\xEF\xBB\xBF[S]\nn=\xC3\xA4\n")},
     {"UTF-8", "[S]\n", L"k\u00E4", L"\u20AC", "[S]\nk\xC3\xA4=\xE2\x82\xAC\n"},
     {"UTF-16", Utf16("[S]\r\n", true), L"n", L"0", Utf16("[S]\r\nn=0\r\n", true)},
-    {"UTF-16 without end", Utf16("x", false), L"n", L"0", Utf16("x\n\n[S]\nn=0\n", false)},
-    {"UTF-16 of odd size", Utf16("[S]", true) + "x", L"n", L"0", Utf16("[S]\nn=0\n", true) + "x"},
+    {"UTF-16 without end", Utf16("x", false), L"n", L"0",
+     Utf16(WithSystemLineEnds("x\n\n[S]\nn=0\n"), false)},
+    {"UTF-16 of odd size", Utf16("[S]", true) + "x", L"n", L"0",
+     Utf16(WithSystemLineEnds("[S]\nn=0\n"), true) + "x"},
 };
 
 TEST_F(FileObjectBytes, WritesNewLinesInTheStyleOfTheFile) {
@@ -157,11 +161,11 @@ TEST_F(FileObjectBytes, AReturnThatEndsTheFileStaysPartOfItsValue) {
 TEST_F(FileObjectBytes, SavesAgainAndAgain) {
   FileObject file;
   EXPECT_TRUE(file.SetItem(L"A", L"a", L"1", true));
-  EXPECT_EQ(Saved(file), "[A]\na=1\n");
+  EXPECT_EQ(Saved(file), WithSystemLineEnds("[A]\na=1\n"));
   EXPECT_TRUE(file.SetItem(L"B", L"b", L"2", true));
-  EXPECT_EQ(Saved(file), "[A]\na=1\n\n[B]\nb=2\n");
+  EXPECT_EQ(Saved(file), WithSystemLineEnds("[A]\na=1\n\n[B]\nb=2\n"));
   EXPECT_TRUE(file.SetItem(L"A", L"c", L"3", true));
-  EXPECT_EQ(Saved(file), "[A]\na=1\nc=3\n\n[B]\nb=2\n");
+  EXPECT_EQ(Saved(file), WithSystemLineEnds("[A]\na=1\nc=3\n\n[B]\nb=2\n"));
   EXPECT_EQ(file.Encoding(), TextFileEncoding::Utf8);
 }
 

@@ -150,7 +150,7 @@ TEST_F(FileObjectCopySection, GivesInsertionOrderInMemory) {
   EXPECT_EQ(Items(file, L"S"), "d=4 b=5 ");
   Set(file, {{L"c", L"1"}, {L"a", L"2"}});
   EXPECT_EQ(Items(file, L"S"), "d=4 b=5 c=1 a=2 ");
-  EXPECT_EQ(Saved(file), "[S]\nd=4\nb=5\nc=1\na=2\n");
+  EXPECT_EQ(Saved(file), WithSystemLineEnds("[S]\nd=4\nb=5\nc=1\na=2\n"));
 }
 
 TEST_F(FileObjectCopySection, ForgetsPlacesWhenSaved) {

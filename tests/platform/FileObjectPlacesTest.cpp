@@ -21,7 +21,8 @@ TEST_F(FileObjectPlaces, RenamingChangesNoByteButThoseOfTheKey) {
       {"in the middle", "[S]\na=1\n; c\nb = 2 \r\nc=3\n", L"b", L"x(1).y",
        "[S]\na=1\n; c\nx(1).y = 2 \r\nc=3\n"},
       {"blanks before the key", "[S]\n \tb\t=\t2", L"b", L"x", "[S]\n \tx\t=\t2"},
-      {"stray bytes in the value", "[S]\nb=\xE4\n", L"b", L"\u00E4", "[S]\n\xC3\xA4=\xE4\n"},
+      {"stray bytes in the value", "[S]\nb=\xE4\n", L"b", L"\u00E4",
+       "[S]\n" + AnsiBytes(L"\u00E4") + "=\xE4\n"},
       {"every line of the key", "[S]\nb=1\na=0\nb=2\n", L"b", L"x", "[S]\nx=1\na=0\nx=2\n"},
       {"the same key with stray bytes", "[S]\n\xE4=1\n", L"\u00E4", L"b", "[S]\nb=1\n"},
   };

@@ -271,7 +271,7 @@ TEST_F(FileObjectTest, CreatesSections) {
   EXPECT_FALSE(file.CreateSection(L"A\nB", true));
   EXPECT_FALSE(file.CreateSection(L"A\r", false));
   EXPECT_EQ(file.SectionNames(), std::vector<CString>{L"A"});
-  EXPECT_EQ(Saved(file), "[A]\n");
+  EXPECT_EQ(Saved(file), WithSystemLineEnds("[A]\n"));
 }
 
 TEST_F(FileObjectTest, ClearsASectionThatIsThere) {

@@ -8,8 +8,28 @@
 #include <string_view>
 
 #include "platform/FileObject.h"
+#include "platform/TextEncoding.h"
 #include "tests/TemporaryFolder.h"
 #include "tests/TextPrinting.h"
+
+/// How lines end in files that are made anew.
+#if defined(_WIN32)
+inline constexpr const char* kSystemLineEnd = "\r\n";
+#else
+inline constexpr const char* kSystemLineEnd = "\n";
+#endif
+
+/// The text with the system's line ends for its line feeds.
+inline std::string WithSystemLineEnds(std::string_view text) {
+  std::string result;
+  for (const char ch : text) {
+    result += ch == '\n' ? kSystemLineEnd : std::string(1, ch);
+  }
+  return result;
+}
+
+/// The text in the ANSI code page.
+inline std::string AnsiBytes(const CString& text) { return WideToAnsi(text).GetString(); }
 
 class FileObjectTesting : public testing::Test {
  protected:

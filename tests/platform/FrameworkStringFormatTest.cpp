@@ -96,9 +96,24 @@ TEST(FrameworkStringFormat, LargestDoubleIsWrittenInFull) {
   EXPECT_EQ(text.Left(17), L"17976931348623157");
 }
 
+// On Windows the runtime writes a blank before numbers that have no sign, and nothing for a zero of
+// base 8 without digits.
+bool RuntimeKeepsTheStandard([[maybe_unused]] const std::string& format) {
+#if defined(_WIN32)
+  const auto has = [&](char ch) { return format.find(ch) != std::string::npos; };
+  const bool isSigned = has('d') || has('i');
+  return (isSigned || !has(' ')) && !(has('#') && has('o'));
+#else
+  return true;
+#endif
+}
+
 TEST(FrameworkStringFormat, IntegersAgreeWithTheRuntime) {
   const int values[] = {0, 1, -1, 7, 42, -12345, INT_MAX, INT_MIN};
   for (const std::string& format : FormatsOf({"d", "i", "u", "x", "X", "o"})) {
+    if (!RuntimeKeepsTheStandard(format)) {
+      continue;
+    }
     for (const int value : values) {
       ASSERT_EQ(Narrow(format.c_str(), value), RuntimeText(format.c_str(), value).c_str())
           << format << " " << value;

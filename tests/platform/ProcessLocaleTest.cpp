@@ -10,11 +10,21 @@
 #include "platform/StringAppend.h"
 #include "platform/TextEncoding.h"
 #include "platform/Tokenizer.h"
+#include "tests/CommaLocale.h"
 #include "tests/TextPrinting.h"
 
 namespace {
 
-constexpr const char* kCommaLocale = "de_DE.UTF-8";
+using lum::test::kCommaLocale;
+
+// The streams' locale beside that of the C library. MinGW's C++ library knows the classic one only.
+std::locale SetStreamLocale() {
+#if defined(_WIN32)
+  return std::locale();
+#else
+  return std::locale::global(std::locale(kCommaLocale));
+#endif
+}
 
 // Runs each test under the comma locale, or skips it where that is not installed.
 class ProcessLocale : public testing::Test {
@@ -24,7 +34,7 @@ class ProcessLocale : public testing::Test {
     if (!m_isSet) {
       GTEST_SKIP() << "the locale " << kCommaLocale << " is not installed";
     }
-    m_previous = std::locale::global(std::locale(kCommaLocale));
+    m_previous = SetStreamLocale();
   }
 
   void TearDown() override {

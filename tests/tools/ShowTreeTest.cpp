@@ -7,13 +7,14 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 
+#include "tests/DeepTree.h"
 #include "tools/lumattr/Text.h"
 #include "tools/lumattr/TreeWalk.h"
 
 namespace lum::tool {
 namespace {
 
-constexpr int kDepth = 1'000'000;
+constexpr int kDepth = lum::test::kDeepestLevel;
 constexpr int kWidth = 200'000;
 
 ShownSection DeepSection(int depth) {
@@ -31,7 +32,7 @@ int CountLines(const std::string& text) {
   return static_cast<int>(std::count(text.begin(), text.end(), '\n'));
 }
 
-TEST(ShowTree, PrintsAMillionLevelsInEveryForm) {
+TEST(ShowTree, PrintsTheDeepestTreeInEveryForm) {
   const ShownSection shown = DeepSection(kDepth);
   const struct {
     void (*print)(const ShownSection&, ToolContext&);

@@ -1,7 +1,9 @@
 #!/usr/bin/env python3
 """Runs the command-line cases of tests/tools/cli_cases against a built lumattr.
 
-Usage: run_cases.py LUMATTR CASE_FILE...
+Usage: run_cases.py [--launcher PROGRAM] LUMATTR CASE_FILE...
+
+The launcher runs programs of another system: wine those of Windows, whose names end in ".exe".
 
 A case file holds cases; a case begins with "=== what it shows" and has blocks:
 
@@ -9,6 +11,7 @@ A case file holds cases; a case begins with "=== what it shows" and has blocks:
     == dir NAME                a folder that is there before
     == link NAME TARGET        a symbolic link that is there before
     == mode NAME OCTAL         permissions of one of these; the steps then run without privileges
+    == only SYSTEM REASON      run for programs of "posix" or "windows" alone
     == env                     NAME=VALUE lines for the steps that follow
     == args [OPTIONS]          arguments of a step as a shell would split them; "escaped" for
                                bytes, and where output goes: "full" (a full disk), "closed" (a
@@ -27,6 +30,7 @@ repeat=N (the lines N times, {i} is the number). Of outputs: escaped, no-eol, cr
 line of the block is somewhere in it); json (equal as JSON).
 """
 
+import argparse
 import json
 import os
 import pathlib
@@ -95,6 +99,7 @@ class Case:
         self.title, self.line = title, line
         self.before, self.after, self.steps, self.env = [], {}, [], {}
         self.modes = []
+        self.only = None
 
     def add(self, header, lines):
         kind, *words = shlex.split(header)
@@ -112,6 +117,12 @@ class Case:
 
     def add_link(self, words, _):
         self.before.append(("link", words[0], words[1]))
+
+    def add_only(self, words, _):
+        system, reason = words
+        if system not in ("posix", "windows"):
+            raise CaseError(f"unknown system {system}")
+        self.only = (system, reason)
 
     def add_mode(self, words, _):
         self.modes.append((words[0], int(words[1], 8)))
@@ -222,7 +233,7 @@ def run_with_closed_pipe(command, **options):
 
 
 def run_step(tool, step, folder, user):
-    command = [os.fsencode(tool), *step.arguments]
+    command = [*map(os.fsencode, tool), *step.arguments]
     options = {"cwd": folder, "env": environment(step), "stdin": subprocess.DEVNULL, **user}
     if step.output == "tty":
         return run_on_terminal(command, **options)
@@ -288,7 +299,7 @@ class CaseTest(unittest.TestCase):
             user = {"user": NOBODY, "group": NOBODY, "extra_groups": []}
             for path in [folder, *folder.rglob("*")]:
                 os.chown(path, NOBODY, NOBODY, follow_symlinks=False)
-            if subprocess.run([self.tool, "--version"], cwd=folder, capture_output=True,
+            if subprocess.run([*self.tool, "--version"], cwd=folder, capture_output=True,
                               **user).returncode != 0:
                 self.skipTest("the superuser passes all permissions, and others may not run the "
                               "tool where it stands")
@@ -296,10 +307,24 @@ class CaseTest(unittest.TestCase):
             os.chmod(folder / name, mode)
         return user
 
-    def run_case(self):
-        if any(step.output in ("tty", "closed", "full") for step in self.case.steps) and \
-                os.name != "posix":
+    def skip_what_the_system_lacks(self):
+        outputs = {step.output for step in self.case.steps}
+        if os.name != "posix" and outputs & OUTPUTS:
             self.skipTest("needs a POSIX system's terminals, pipes and /dev/full")
+        system = "windows" if self.tool[-1].suffix == ".exe" else "posix"
+        if self.case.only and self.case.only[0] != system:
+            self.skipTest(self.case.only[1])
+        if system == "posix":
+            return
+        if "tty" in outputs:
+            self.skipTest("a POSIX terminal is no Windows console")
+        if self.case.modes:
+            self.skipTest("Windows has no POSIX permissions")
+        if any(kind == "link" for kind, _, _ in self.case.before):
+            self.skipTest("a Windows program cannot see that a file is a POSIX link")
+
+    def run_case(self):
+        self.skip_what_the_system_lacks()
         self.assertTrue(self.case.steps, "a case without steps shows nothing")
         with tempfile.TemporaryDirectory() as name:
             folder = pathlib.Path(name)
@@ -315,15 +340,21 @@ class CaseTest(unittest.TestCase):
 
 
 def main():
-    tool = pathlib.Path(sys.argv[1]).resolve()
+    parser = argparse.ArgumentParser()
+    parser.add_argument("--launcher", type=pathlib.Path)
+    parser.add_argument("tool", type=pathlib.Path)
+    parser.add_argument("case_files", type=pathlib.Path, nargs="+")
+    options = parser.parse_args()
+    tool = [*filter(None, [options.launcher]), options.tool.resolve()]
     suite = unittest.TestSuite()
-    for argument in sys.argv[2:]:
-        path = pathlib.Path(argument)
+    for path in options.case_files:
         cases = read_cases(path)
         if not cases:
             sys.exit(f"{path}: no cases")
         suite.addTests(CaseTest(tool, path, case) for case in cases)
     result = unittest.TextTestRunner(verbosity=1).run(suite)
+    for case, reason in result.skipped:
+        print(f"skipped: {case}: {reason}", file=sys.stderr)
     sys.exit(0 if result.wasSuccessful() and result.testsRun > 0 else 1)
 
 

@@ -5,17 +5,19 @@
 #include <cstdio>
 #include <string>
 
+#include "tests/CommaLocale.h"
 #include "tests/values/ValueSamples.h"
 
 namespace {
 
+using lum::test::kCommaLocale;
 using lum::test::TextOf;
 
 class TextLocale : public testing::Test {
  protected:
   void SetUp() override {
-    if (std::setlocale(LC_ALL, "de_DE.UTF-8") == nullptr) {
-      GTEST_SKIP() << "the locale de_DE.UTF-8 is not installed";
+    if (std::setlocale(LC_ALL, kCommaLocale) == nullptr) {
+      GTEST_SKIP() << "the locale " << kCommaLocale << " is not installed";
     }
     char probe[8];
     std::snprintf(probe, sizeof probe, "%.1f", 0.5);

@@ -10,6 +10,7 @@
 
 #include "catalogue/LumAttributes.h"
 #include "tools/lumattr/NearMiss.h"
+#include "tools/lumattr/Terminal.h"
 #include "tools/lumattr/Text.h"
 
 namespace lum::tool {
@@ -79,7 +80,7 @@ void Complain(ToolContext& context, const std::string& message) {
 void ComplainOfOutput(ToolContext& context, int systemError) {
   context.exitCode = kExitTrouble;
   context.out.exceptions(std::ios::goodbit);
-  if (systemError != EPIPE) {
+  if (!IsClosedPipe(systemError)) {
     Complain(context, std::string("cannot write the output: ") + std::strerror(systemError));
   }
 }

@@ -1,10 +1,20 @@
 #include "tools/lumattr/Terminal.h"
 
-#include <cstdio>
+#include <cerrno>
 #include <cstdlib>
 #include <string_view>
 #if defined(_WIN32)
+#include <fcntl.h>
 #include <io.h>
+
+#include <cstdio>
+#include <iostream>
+
+#include "tools/lumattr/ConsoleBuffer.h"
+#if !defined(NOMINMAX)
+#define NOMINMAX
+#endif
+#include <windows.h>
 #else
 #include <unistd.h>
 #endif
@@ -12,13 +22,36 @@
 namespace lum::tool {
 namespace {
 
-bool IsOutputTerminal() {
 #if defined(_WIN32)
-  return _isatty(_fileno(stdout)) != 0;
-#else
-  return isatty(STDOUT_FILENO) != 0;
-#endif
+
+bool IsConsole(HANDLE handle) {
+  DWORD mode = 0;
+  return ::GetConsoleMode(handle, &mode) != 0;
 }
+
+// Never destroyed: the streams are flushed after everything else.
+void Prepare(std::ostream& stream, std::FILE* file, DWORD standardHandle) {
+  const HANDLE handle = ::GetStdHandle(standardHandle);
+  if (IsConsole(handle)) {
+    stream.rdbuf(new CConsoleBuffer(handle));
+  } else {
+    ::_setmode(::_fileno(file), _O_BINARY);
+  }
+}
+
+// Consoles before Windows 10 show no colours.
+bool DoesOutputShowColors() {
+  const HANDLE handle = ::GetStdHandle(STD_OUTPUT_HANDLE);
+  DWORD mode = 0;
+  return ::GetConsoleMode(handle, &mode) != 0 &&
+         ::SetConsoleMode(handle, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
+}
+
+#else
+
+bool DoesOutputShowColors() { return isatty(STDOUT_FILENO) != 0; }
+
+#endif
 
 std::string_view Environment(const char* name) {
   const char* value = std::getenv(name);
@@ -27,8 +60,23 @@ std::string_view Environment(const char* name) {
 
 }  // namespace
 
+void PrepareStandardStreams() {
+#if defined(_WIN32)
+  Prepare(std::cout, stdout, STD_OUTPUT_HANDLE);
+  Prepare(std::cerr, stderr, STD_ERROR_HANDLE);
+#endif
+}
+
+bool IsClosedPipe(int error) {
+#if defined(_WIN32)
+  return error == EPIPE || error == EINVAL;  // Windows says either.
+#else
+  return error == EPIPE;
+#endif
+}
+
 bool MayColorOutput() {
-  return Environment("NO_COLOR").empty() && Environment("TERM") != "dumb" && IsOutputTerminal();
+  return Environment("NO_COLOR").empty() && Environment("TERM") != "dumb" && DoesOutputShowColors();
 }
 
 }  // namespace lum::tool

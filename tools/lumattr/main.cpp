@@ -1,16 +1,26 @@
 // lumattr: works on configuration files, definition files, the catalogue of names and the
 // operations of formulas. The manual is docs/lumattr.md.
 #include <iostream>
+#include <string>
+#include <vector>
 
 #include "tools/lumattr/Commands.h"
 #include "tools/lumattr/EvalArguments.h"
 #include "tools/lumattr/RunTool.h"
+#include "tools/lumattr/SystemText.h"
 #include "tools/lumattr/Terminal.h"
 
 int main(int argc, char** argv) {
   std::ios::sync_with_stdio(false);
+  lum::tool::PrepareStandardStreams();
+  lum::tool::TakeVariableAsUtf8("LUMATTR_DEFS");
   lum::tool::ToolContext context{std::cout, std::cerr, lum::tool::MayColorOutput()};
-  lum::tool::EvalLine line = lum::tool::SplitEvalLine(argc, argv);
+  std::vector<std::string> arguments = lum::tool::ProgramArguments(argc, argv);
+  std::vector<char*> words;
+  for (std::string& argument : arguments) {
+    words.push_back(argument.data());
+  }
+  lum::tool::EvalLine line = lum::tool::SplitEvalLine(static_cast<int>(words.size()), words.data());
   const auto addCommands = [&context, &line](CLI::App& app) {
     lum::tool::AddCheckCommand(app, context);
     lum::tool::AddConvertCommand(app, context);
