@@ -1,7 +1,7 @@
 # A thin face over CMake, its presets and the scripts: see README.md.
 
 .DEFAULT_GOAL := check
-.PHONY: demo check check-windows bench format clean configure
+.PHONY: demo check check-windows package bench format clean configure
 
 BUILD := cmake --build --preset release
 
@@ -25,6 +25,11 @@ check-windows:
 	@cmake --preset windows
 	@cmake --build --preset windows
 	@ctest --preset windows
+
+# Makes Debian packages and an archive for Windows in build/package, of what the checks built.
+package:
+	@scripts/bootstrap build windows package
+	@scripts/package
 
 # Prints how the bulk operations grow with the size of the tree.
 bench: configure
