@@ -34,6 +34,14 @@ Error::Reporter g_reporter = ReportToStandardError;
 
 }  // namespace
 
+void (*g_libraryObserver)(const char* event) = nullptr;
+
+void TellLibraryObserver(const char* event) {
+  if (g_libraryObserver != nullptr) {
+    g_libraryObserver(event);
+  }
+}
+
 double Epsilon(double magnitude) { return magnitude * std::numeric_limits<double>::epsilon(); }
 
 double modgeo(double degrees) {
@@ -71,6 +79,7 @@ Translator& Translator::Instance() {
 }
 
 bool CheckDllVersion(unsigned int version, const char* sourceFile, const char* buildStamp) {
+  TellLibraryObserver("version checked");
   const bool fits = version >> 16 == LUM_PLATFORM_VERSION >> 16;
   if (!fits) {
     std::cerr << sourceFile << " (" << buildStamp << ") does not fit this platform\n";

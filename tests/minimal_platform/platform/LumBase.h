@@ -92,11 +92,19 @@ class CCompOffset {
   CDataId m_dataId;
 };
 
+/// Is told what the library has this platform do while it is loaded and unloaded: a test sets it.
+/// Null for none.
+extern void (*g_libraryObserver)(const char* event);
+void TellLibraryObserver(const char* event);
+
 /// Carried by values for their users; the library does not look into it.
 class CLumUnitCnv {
  public:
-  CLumUnitCnv() = default;
+  CLumUnitCnv() { TellLibraryObserver("unit converter built"); }
   CLumUnitCnv(double factor, double offset) : m_factor(factor), m_offset(offset) {}
+  CLumUnitCnv(const CLumUnitCnv&) = default;
+  CLumUnitCnv& operator=(const CLumUnitCnv&) = default;
+  ~CLumUnitCnv() { TellLibraryObserver("unit converter destroyed"); }
 
   friend bool operator==(const CLumUnitCnv&, const CLumUnitCnv&) = default;
 
