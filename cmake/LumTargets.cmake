@@ -58,7 +58,8 @@ option(LUM_PRECOMPILE_TESTS "Precompile what most tests include" OFF)
 set(LUM_TEST_FLAGS "" CACHE STRING "Further compiler flags of the tests, separated by spaces")
 separate_arguments(LUM_TEST_FLAGS)
 
-# One GoogleTest executable from the test sources of one folder, registered test by test.
+# One GoogleTest executable from the test sources of one folder, registered test by test. In a cross
+# build LUM_TEST_FIXTURE names what must run meanwhile.
 function(lum_add_tests target)
   add_executable(${target} ${ARGN})
   lum_configure_target(${target})
@@ -70,7 +71,8 @@ function(lum_add_tests target)
   if(CMAKE_CROSSCOMPILING)
     # Starting a program costs too much in an emulator to do it test by test.
     add_test(NAME ${target} COMMAND ${target})
-    set_tests_properties(${target} PROPERTIES TIMEOUT 900)
+    set_tests_properties(${target} PROPERTIES
+      TIMEOUT 900 FIXTURES_REQUIRED "${LUM_TEST_FIXTURE}")
   else()
     gtest_discover_tests(${target} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300)
   endif()

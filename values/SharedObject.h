@@ -14,7 +14,7 @@ template <typename T>
 class CSharedObject {
  public:
   constexpr CSharedObject() = default;
-  ~CSharedObject() { delete m_object.load(std::memory_order_acquire); }
+  ~CSharedObject() { delete m_object.exchange(nullptr); }
   CSharedObject(const CSharedObject&) = delete;
   CSharedObject& operator=(const CSharedObject&) = delete;
 

@@ -8,6 +8,10 @@
 
 #include "tests/TextPrinting.h"
 
+#if defined(_WIN32)
+#include "platform/portable/WindowsApi.h"
+#endif
+
 namespace {
 
 constexpr bool kWideIsUtf16 = sizeof(wchar_t) == 2;
@@ -152,5 +156,17 @@ TEST(TextEncoding, AnsiIsUtf8WhereThereIsNoCodePage) {
   EXPECT_EQ(WideToAnsi(L"\u00E4\u20AC"), "\xC3\xA4\xE2\x82\xAC");
   EXPECT_EQ(AnsiToWide("\xC3\xA4\xE4"), L"\u00E4\u00E4");
   EXPECT_EQ(CStringA(CString(L"\u20AC")), "\xE2\x82\xAC");
+}
+#else
+TEST(TextEncoding, AnsiIsTheCodePageOfTheSystem) {
+  if (::GetACP() != 1252) {
+    GTEST_SKIP() << "the system's code page is " << ::GetACP();
+  }
+  EXPECT_EQ(WideToAnsi(L"\u00E4\u20AC"), "\xE4\x80");
+  EXPECT_EQ(AnsiToWide("\xE4\x80"), L"\u00E4\u20AC");
+  EXPECT_EQ(CStringA(CString(L"\u20AC")), "\x80");
+  EXPECT_EQ(CString(CStringA("\x80")), L"\u20AC");
+  EXPECT_EQ(WideToAnsi(L"x\u6D77y"), "x?y");
+  EXPECT_EQ(WideToAnsi(CString(L"a\0b", 3)), CStringA("a\0b", 3));
 }
 #endif

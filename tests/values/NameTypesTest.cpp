@@ -71,6 +71,31 @@ TEST(NameTypes, ByteNameConvertsWideNamesAsUtf8) {
   EXPECT_TRUE(text == L"\u00E9t\u00E9");
 }
 
+TEST(NameTypes, BothKeepCharactersBeyondTheBasicPlane) {
+  const CString ship = L"x\U0001F6A2y";  // A surrogate pair where characters have 16 bits.
+  CString text;
+  CLumName wide;
+  EXPECT_EQ(wide.SetName(ship), 1);
+  EXPECT_EQ(wide.GetName(text), 1);
+  EXPECT_EQ(text, ship);
+  EXPECT_EQ(TextOf(wide), "x\xF0\x9F\x9A\xA2y");
+
+  CLumIoName bytes;
+  EXPECT_EQ(bytes.SetName(ship), 1);
+  EXPECT_EQ(TextOf(bytes), "x\xF0\x9F\x9A\xA2y");
+  text.Empty();
+  EXPECT_EQ(bytes.GetName(text), 1);
+  EXPECT_EQ(text, ship);
+}
+
+TEST(NameTypes, ByteNameHasNoPlaceForHalfACharacter) {
+  CLumIoName bytes;
+  EXPECT_EQ(bytes.SetName(CString(L"x\xD83D")), 1);
+  CString text;
+  EXPECT_EQ(bytes.GetName(text), 1);
+  EXPECT_EQ(text, L"x\uFFFD");
+}
+
 TEST(NameTypes, WrappersWorkOnBoth) {
   CLumName wide;
   CLumIoName bytes;

@@ -12,12 +12,15 @@
 #include <vector>
 
 #include "tests/windows/Library.h"
+#include "tests/windows/Process.h"
 #include "tests/windows/SpyPlatform.h"
 
 namespace {
 
 using lum::test::CLibrary;
+using lum::test::ProcessResult;
 using lum::test::ProgramFolder;
+using lum::test::RunAndCollect;
 using lum::test::SpyPlatform;
 
 constexpr const char* kIsAttached = "_Z21LumAttributesAttachedv";
@@ -50,6 +53,15 @@ TEST(Load, IsRefusedByAPlatformOfAnotherVersion) {
   EXPECT_THAT(message, testing::HasSubstr("catalogue/LumAttributes.cpp"));
   EXPECT_FALSE(IsInProcess(L"LumAttributes.dll"));
   EXPECT_FALSE(IsInProcess(L"LumPlatform.dll"));
+}
+
+TEST(Load, ARefusalKeepsALinkedProgramFromStarting) {
+  const std::filesystem::path folder = ProgramFolder() / "other_version";
+  const std::filesystem::path tool = folder / "lumattr.exe";
+  ASSERT_TRUE(::CopyFileW((ProgramFolder() / "lumattr.exe").c_str(), tool.c_str(), FALSE));
+  const ProcessResult result = RunAndCollect({tool.wstring(), L"--version"}, folder);
+  EXPECT_EQ(result.exitCode, 0xC0000142u);  // STATUS_DLL_INIT_FAILED
+  EXPECT_EQ(result.output, "");
 }
 
 class SpiedLoad : public testing::Test {
