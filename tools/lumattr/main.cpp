@@ -1,5 +1,6 @@
 // lumattr: works on configuration files, definition files, the catalogue of names and the
 // operations of formulas. The manual is docs/lumattr.md.
+#include <algorithm>
 #include <iostream>
 #include <string>
 #include <vector>
@@ -16,10 +17,9 @@ int main(int argc, char** argv) {
   lum::tool::TakeVariableAsUtf8("LUMATTR_DEFS");
   lum::tool::ToolContext context{std::cout, std::cerr, lum::tool::MayColorOutput()};
   std::vector<std::string> arguments = lum::tool::ProgramArguments(argc, argv);
-  std::vector<char*> words;
-  for (std::string& argument : arguments) {
-    words.push_back(argument.data());
-  }
+  std::vector<char*> words(arguments.size());
+  std::transform(arguments.begin(), arguments.end(), words.begin(),
+                 [](std::string& argument) { return argument.data(); });
   lum::tool::EvalLine line = lum::tool::SplitEvalLine(static_cast<int>(words.size()), words.data());
   const auto addCommands = [&context, &line](CLI::App& app) {
     lum::tool::AddCheckCommand(app, context);
