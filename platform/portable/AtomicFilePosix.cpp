@@ -12,6 +12,7 @@
 #include <string>
 
 #include "platform/portable/SystemFile.h"
+#include "platform/portable/TemporaryName.h"
 
 namespace lum::detail {
 
@@ -51,27 +52,13 @@ class CDescriptor {
   int m_descriptor;
 };
 
-/// A file that is deleted at the end of its life unless it was kept.
-class CTemporaryName {
- public:
-  CTemporaryName() = default;
-  CTemporaryName(const CTemporaryName&) = delete;
-  CTemporaryName& operator=(const CTemporaryName&) = delete;
-  ~CTemporaryName() {
-    if (!m_path.empty()) {
-      const int error = errno;
-      ::unlink(m_path.c_str());
-      errno = error;
-    }
-  }
+void RemoveKeepingErrno(const Path& path) {
+  const int error = errno;
+  ::unlink(path.c_str());
+  errno = error;
+}
 
-  void Set(Path path) { m_path = std::move(path); }
-  const Path& Get() const { return m_path; }
-  void Keep() { m_path.clear(); }
-
- private:
-  Path m_path;
-};
+using CTemporaryFile = CTemporaryName<&RemoveKeepingErrno>;
 
 // Steps below return false with the reason in errno.
 
@@ -132,7 +119,7 @@ Path TemporaryPath(const Path& target, int attempt) {
 }
 
 // A file that replaces another is nobody else's to read until it has that one's permissions.
-int CreateBeside(const CTarget& target, CTemporaryName& temporary) {
+int CreateBeside(const CTarget& target, CTemporaryFile& temporary) {
   const mode_t mode = target.exists ? S_IRUSR | S_IWUSR : 0666;
   for (int attempt = 0; attempt < kMaxNameAttempts; ++attempt) {
     Path path = TemporaryPath(target.path, attempt);
@@ -192,7 +179,7 @@ bool Replace(CTarget& target, std::string_view bytes) {
   }
   const CDescriptor folder(
       ::open(FolderOf(target.path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  CTemporaryName temporary;
+  CTemporaryFile temporary;
   CDescriptor file(CreateBeside(target, temporary));
   if (!file.IsOpen() || !WriteAll(file.Get(), bytes) || !TakeOver(file.Get(), target) ||
       !Flush(file.Get()) || !file.Close() ||

@@ -5,6 +5,7 @@
 
 #include "platform/portable/AtomicFile.h"
 #include "platform/portable/SystemFile.h"
+#include "platform/portable/TemporaryName.h"
 #include "platform/portable/WindowsApi.h"
 
 namespace lum::detail {
@@ -34,27 +35,13 @@ class CHandle {
   HANDLE m_handle;
 };
 
-/// A file that is deleted at the end of its life unless it was kept.
-class CTemporaryName {
- public:
-  CTemporaryName() = default;
-  CTemporaryName(const CTemporaryName&) = delete;
-  CTemporaryName& operator=(const CTemporaryName&) = delete;
-  ~CTemporaryName() {
-    if (!m_path.empty()) {
-      const DWORD error = ::GetLastError();
-      ::DeleteFileW(m_path.c_str());
-      ::SetLastError(error);
-    }
-  }
+void RemoveKeepingLastError(const Path& path) {
+  const DWORD error = ::GetLastError();
+  ::DeleteFileW(path.c_str());
+  ::SetLastError(error);
+}
 
-  void Set(Path path) { m_path = std::move(path); }
-  const Path& Get() const { return m_path; }
-  void Keep() { m_path.clear(); }
-
- private:
-  Path m_path;
-};
+using CTemporaryFile = CTemporaryName<&RemoveKeepingLastError>;
 
 // Steps below return false with the reason in GetLastError().
 
@@ -103,7 +90,7 @@ Path TemporaryPath(const Path& target, int attempt) {
   return target.parent_path() / name;
 }
 
-HANDLE CreateBeside(const Path& target, CTemporaryName& temporary) {
+HANDLE CreateBeside(const Path& target, CTemporaryFile& temporary) {
   for (int attempt = 0; attempt < kMaxNameAttempts; ++attempt) {
     Path path = TemporaryPath(target, attempt);
     const HANDLE file = ::CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
@@ -174,7 +161,7 @@ bool Replace(Path target, std::string_view bytes) {
   if (!FindTarget(target, exists)) {
     return false;
   }
-  CTemporaryName temporary;
+  CTemporaryFile temporary;
   CHandle file(CreateBeside(target, temporary));
   if (!file.IsOpen() || !WriteAll(file.Get(), bytes) || ::FlushFileBuffers(file.Get()) == 0 ||
       !file.Close()) {
