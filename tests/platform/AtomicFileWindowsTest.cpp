@@ -6,24 +6,15 @@
 
 #include "platform/portable/FileBytes.h"
 #include "platform/portable/SystemFile.h"
-#include "platform/portable/WindowsApi.h"
 #include "tests/platform/AtomicFileTesting.h"
+#include "tests/platform/HeldFile.h"
 
 namespace {
 
 using lum::detail::WriteFileAtomically;
 namespace fs = std::filesystem;
 
-class AtomicFileWindows : public AtomicFileTesting {
- protected:
-  // Holds the file open without sharing it.
-  static HANDLE Hold(const fs::path& path) {
-    const HANDLE handle = ::CreateFileW(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING,
-                                        FILE_ATTRIBUTE_NORMAL, nullptr);
-    EXPECT_NE(handle, INVALID_HANDLE_VALUE);
-    return handle;
-  }
-};
+class AtomicFileWindows : public AtomicFileTesting {};
 
 TEST_F(AtomicFileWindows, TakesPathsBeyond260Characters) {
   fs::path folder = m_folder.Path();
@@ -62,22 +53,22 @@ TEST_F(AtomicFileWindows, RefusesFoldersAndProtectedFiles) {
 TEST_F(AtomicFileWindows, GivesUpAfterAWhileWhenAnotherHoldsTheFile) {
   const fs::path path = m_folder.File("held");
   ASSERT_TRUE(Write(path, "old"));
-  const HANDLE handle = Hold(path);
+  CHeldFile held(path, 0);
   EXPECT_FALSE(Write(path, "new"));
   EXPECT_NE(m_error, L"untouched");
   EXPECT_FALSE(m_error.IsEmpty());
   EXPECT_EQ(m_folder.EntryCount(), 1U);
-  ::CloseHandle(handle);
+  held.Close();
   EXPECT_EQ(ReadBytes(path), "old");
 }
 
 TEST_F(AtomicFileWindows, WaitsForAnotherToCloseTheFile) {
   const fs::path path = m_folder.File("held");
   ASSERT_TRUE(Write(path, "old"));
-  const HANDLE handle = Hold(path);
-  std::thread other([handle] {
+  CHeldFile held(path, 0);
+  std::thread other([&] {
     std::this_thread::sleep_for(std::chrono::milliseconds(100));
-    ::CloseHandle(handle);
+    held.Close();
   });
   EXPECT_TRUE(Write(path, "new")) << Why();
   other.join();

@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "platform/FrameworkString.h"
+#include "platform/TextEncoding.h"
 #include "tests/TextPrinting.h"
 
 namespace {
@@ -205,13 +206,13 @@ TEST(FrameworkStringFormat, CharactersSayTheirWidth) {
   EXPECT_EQ(Wide(L"a%cb", 0), CString(L"a\0b", 3));
 }
 
-#if !defined(_WIN32)
 TEST(FrameworkStringFormat, OtherWidthIsConvertedAsAnsi) {
-  EXPECT_EQ(Wide(L"%S", "\xE2\x82\xAC"), L"\u20AC");
-  EXPECT_EQ(Narrow("%S", L"\u20AC"), "\xE2\x82\xAC");
-  EXPECT_EQ(Narrow("%C", L'\u00E4'), "\xC3\xA4");
+  const CStringA euro = WideToAnsi(L"\u20AC");
+  EXPECT_EQ(AnsiToWide(euro), L"\u20AC");
+  EXPECT_EQ(Wide(L"%S", euro.GetString()), L"\u20AC");
+  EXPECT_EQ(Narrow("%S", L"\u20AC"), euro);
+  EXPECT_EQ(Narrow("%C", L'\u00E4'), WideToAnsi(L"\u00E4"));
 }
-#endif
 
 TEST(FrameworkStringFormat, NullTextIsNamed) {
   const wchar_t* wide = nullptr;
