@@ -25,6 +25,8 @@ check-windows:
 	@cmake --preset windows
 	@cmake --build --preset windows
 	@ctest --preset windows
+	@tr -d '\r' <build/windows/Testing/Temporary/LastTest.log | \
+		sed -n -e '/: Skipped$$/{n;s/^/skipped: /p;}' -e '/^skipped: /p' | sort | uniq -c
 
 # Makes Debian packages and an archive for Windows in build/package, of what the checks built.
 package:
