@@ -12,42 +12,17 @@
 
 #include <shellapi.h>
 
+#include "platform/TextEncoding.h"
+
 namespace lum::tool {
 namespace {
 
-bool IsHighSurrogate(wchar_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
-bool IsLowSurrogate(wchar_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
-
-void AppendUtf8(char32_t code, std::string& text) {
-  const auto tail = [&](int shift) { text += static_cast<char>(0x80 | ((code >> shift) & 0x3F)); };
-  if (code < 0x80) {
-    text += static_cast<char>(code);
-  } else if (code < 0x800) {
-    text += static_cast<char>(0xC0 | (code >> 6));
-    tail(0);
-  } else if (code < 0x10000) {
-    text += static_cast<char>(0xE0 | (code >> 12));
-    tail(6);
-    tail(0);
-  } else {
-    text += static_cast<char>(0xF0 | (code >> 18));
-    tail(12);
-    tail(6);
-    tail(0);
-  }
-}
-
-// The system's own conversion replaces lone surrogates, which then could no longer be refused.
-std::string Utf8Of(std::wstring_view wide) {
-  std::string text;
-  for (std::size_t i = 0; i < wide.size(); ++i) {
-    char32_t code = wide[i];
-    if (IsHighSurrogate(wide[i]) && i + 1 < wide.size() && IsLowSurrogate(wide[i + 1])) {
-      code = 0x10000 + ((code - 0xD800) << 10) + (wide[++i] - 0xDC00U);
-    }
-    AppendUtf8(code, text);
-  }
-  return text;
+std::string Utf8Of(const wchar_t* text) {
+  const CString wide(text);
+  const CStringA bytes = WideToUtf8(wide);
+  const bool isWhole = Utf8ToWide(bytes) == wide;
+  // What has half a character is refused like any other bytes that are no UTF-8.
+  return std::string(bytes.GetString()) + (isWhole ? "" : "\xFF");
 }
 
 struct CLocalMemory {

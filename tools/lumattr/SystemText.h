@@ -7,8 +7,8 @@
 
 namespace lum::tool {
 
-/// The program's arguments, its own name first. Patterns are left as they were typed. Lone
-/// surrogates become bytes that are no valid UTF-8.
+/// The program's arguments, its own name first. Patterns are left as they were typed. What
+/// holds half a character becomes bytes that are no valid UTF-8.
 std::vector<std::string> ProgramArguments(int argc, char** argv);
 
 /// Lets std::getenv answer the variable as UTF-8.
