@@ -22,6 +22,10 @@ function(lum_configure_target target)
   target_compile_features(${target} PRIVATE cxx_std_20)
   set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
   target_compile_options(${target} PRIVATE ${LUM_WARNINGS})
+  if(WIN32)
+    # The system's header would define min and max as macros.
+    target_compile_definitions(${target} PRIVATE NOMINMAX)
+  endif()
 endfunction()
 
 # A shared library with hidden visibility whose exports are marked while `buildMacro` is defined.

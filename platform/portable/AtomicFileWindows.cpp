@@ -7,6 +7,7 @@
 #include "platform/portable/SystemFile.h"
 #include "platform/portable/TemporaryName.h"
 #include "platform/portable/WindowsApi.h"
+#include "platform/portable/WindowsHandle.h"
 
 namespace lum::detail {
 
@@ -15,25 +16,6 @@ namespace {
 using Path = std::filesystem::path;
 
 constexpr int kMaxNameAttempts = 100;
-
-/// An open handle, closed at the end of its life.
-class CHandle {
- public:
-  explicit CHandle(HANDLE handle) : m_handle(handle) {}
-  CHandle(const CHandle&) = delete;
-  CHandle& operator=(const CHandle&) = delete;
-  ~CHandle() { Close(); }
-
-  bool IsOpen() const { return m_handle != INVALID_HANDLE_VALUE; }
-  HANDLE Get() const { return m_handle; }
-  bool Close() {
-    const HANDLE handle = std::exchange(m_handle, INVALID_HANDLE_VALUE);
-    return handle == INVALID_HANDLE_VALUE || ::CloseHandle(handle) != 0;
-  }
-
- private:
-  HANDLE m_handle;
-};
 
 void RemoveKeepingLastError(const Path& path) {
   const DWORD error = ::GetLastError();
@@ -52,9 +34,8 @@ bool Fail(DWORD error) {
 
 // The file behind symbolic links and junctions.
 bool FollowLinks(Path& path) {
-  const CHandle file(::CreateFileW(path.c_str(), FILE_READ_ATTRIBUTES,
-                                   FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                   OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+  const CHandle file(
+      OpenExisting(path, FILE_READ_ATTRIBUTES, kShareAll, FILE_FLAG_BACKUP_SEMANTICS));
   if (!file.IsOpen()) {
     return false;
   }
@@ -148,9 +129,7 @@ bool MoveOver(const Path& source, const Path& target, const Path& backup, bool e
 
 // Has the system write down that the file has its new name, as the move does on its own.
 void FlushName(const Path& path) {
-  const CHandle file(::CreateFileW(path.c_str(), GENERIC_WRITE,
-                                   FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                   OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+  const CHandle file(OpenExisting(path, GENERIC_WRITE, kShareAll));
   if (file.IsOpen()) {
     ::FlushFileBuffers(file.Get());
   }

@@ -9,6 +9,7 @@
 #include "platform/TextEncoding.h"
 #include "platform/portable/SystemFile.h"
 #include "platform/portable/WindowsApi.h"
+#include "platform/portable/WindowsHandle.h"
 
 namespace lum::detail {
 
@@ -32,13 +33,6 @@ std::wstring WithLongPrefix(const std::wstring& fullPath) {
 bool IsFolder(const std::filesystem::path& path) {
   const DWORD attributes = ::GetFileAttributesW(path.c_str());
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-}
-
-// Unlike the C library's own, opened so that others may still rename and delete the file.
-HANDLE OpenShared(const std::filesystem::path& path) {
-  return ::CreateFileW(path.c_str(), GENERIC_READ,
-                       FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                       OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
 }
 
 // The C library's file for a handle, which it closes from then on, also when this fails.
@@ -80,8 +74,13 @@ CFilePointer OpenForReading(const CString& path, CString& error) {
     error = SystemMessage(EISDIR);
     return nullptr;
   }
+  // The C library itself would not let others rename and delete the file meanwhile.
   HANDLE handle = INVALID_HANDLE_VALUE;
-  if (!RetryWhileBusy([&] { return (handle = OpenShared(systemPath)) != INVALID_HANDLE_VALUE; })) {
+  const auto open = [&] {
+    handle = OpenExisting(systemPath, GENERIC_READ, kShareAll);
+    return handle != INVALID_HANDLE_VALUE;
+  };
+  if (!RetryWhileBusy(open)) {
     error = WindowsMessage(::GetLastError());
     return nullptr;
   }

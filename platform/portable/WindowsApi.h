@@ -2,9 +2,6 @@
 // others have open. Windows only.
 #pragma once
 
-#if !defined(NOMINMAX)
-#define NOMINMAX
-#endif
 #define WIN32_LEAN_AND_MEAN
 #include <windows.h>
 

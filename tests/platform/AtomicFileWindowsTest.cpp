@@ -6,11 +6,13 @@
 
 #include "platform/portable/FileBytes.h"
 #include "platform/portable/SystemFile.h"
+#include "platform/portable/WindowsHandle.h"
 #include "tests/platform/AtomicFileTesting.h"
-#include "tests/platform/HeldFile.h"
 
 namespace {
 
+using lum::detail::CHandle;
+using lum::detail::OpenExisting;
 using lum::detail::WriteFileAtomically;
 namespace fs = std::filesystem;
 
@@ -53,7 +55,8 @@ TEST_F(AtomicFileWindows, RefusesFoldersAndProtectedFiles) {
 TEST_F(AtomicFileWindows, GivesUpAfterAWhileWhenAnotherHoldsTheFile) {
   const fs::path path = m_folder.File("held");
   ASSERT_TRUE(Write(path, "old"));
-  CHeldFile held(path, 0);
+  CHandle held(OpenExisting(path, GENERIC_READ, 0));
+  ASSERT_TRUE(held.IsOpen());
   EXPECT_FALSE(Write(path, "new"));
   EXPECT_NE(m_error, L"untouched");
   EXPECT_FALSE(m_error.IsEmpty());
@@ -65,7 +68,8 @@ TEST_F(AtomicFileWindows, GivesUpAfterAWhileWhenAnotherHoldsTheFile) {
 TEST_F(AtomicFileWindows, WaitsForAnotherToCloseTheFile) {
   const fs::path path = m_folder.File("held");
   ASSERT_TRUE(Write(path, "old"));
-  CHeldFile held(path, 0);
+  CHandle held(OpenExisting(path, GENERIC_READ, 0));
+  ASSERT_TRUE(held.IsOpen());
   std::thread other([&] {
     std::this_thread::sleep_for(std::chrono::milliseconds(100));
     held.Close();

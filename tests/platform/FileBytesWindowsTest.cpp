@@ -6,11 +6,13 @@
 
 #include "platform/portable/AtomicFile.h"
 #include "platform/portable/SystemFile.h"
+#include "platform/portable/WindowsHandle.h"
 #include "tests/platform/FileBytesTesting.h"
-#include "tests/platform/HeldFile.h"
 
 namespace {
 
+using lum::detail::CHandle;
+using lum::detail::OpenExisting;
 namespace fs = std::filesystem;
 
 class FileBytesWindows : public FileBytesTesting {};
@@ -18,7 +20,8 @@ class FileBytesWindows : public FileBytesTesting {};
 TEST_F(FileBytesWindows, SaysThatAnotherHasTheFileToItself) {
   const fs::path path = m_folder.File("held");
   WriteBytes(path, "text");
-  const CHeldFile held(path, 0);
+  const CHandle held(OpenExisting(path, GENERIC_READ, 0));
+  ASSERT_TRUE(held.IsOpen());
   EXPECT_FALSE(Read(path, 100));
   EXPECT_FALSE(m_error.IsEmpty());
   EXPECT_NE(m_error, L"No such file or directory");
@@ -28,7 +31,8 @@ TEST_F(FileBytesWindows, SaysThatAnotherHasTheFileToItself) {
 TEST_F(FileBytesWindows, WaitsForAnotherToCloseTheFile) {
   const fs::path path = m_folder.File("held");
   WriteBytes(path, "text");
-  CHeldFile held(path, 0);
+  CHandle held(OpenExisting(path, GENERIC_READ, 0));
+  ASSERT_TRUE(held.IsOpen());
   std::thread other([&] {
     std::this_thread::sleep_for(std::chrono::milliseconds(100));
     held.Close();

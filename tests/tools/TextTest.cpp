@@ -30,6 +30,28 @@ TEST(Text, PrintsControlCharactersAsEscapes) {
   EXPECT_EQ(Quoted(L"a\n"), "'a\\n'");
 }
 
+TEST(Text, TellsWholeCharactersFromAnUnfinishedOneAtTheEnd) {
+  const struct {
+    std::string_view bytes;
+    std::size_t whole;
+  } rows[] = {
+      {"", 0},
+      {"ab", 2},
+      {"a\xC3", 1},
+      {"a\xC3\xB6", 3},
+      {"a\xE2\x82", 1},
+      {"a\xE2\x82\xAC", 4},
+      {"\xF0\x9F\x9A", 0},
+      {"\xF0\x9F\x9A\xA2", 4},
+      {"\xF0\x9F\x9A\xA2\xF0", 4},
+      {"\xA2\xA2", 2},  // No lead byte: nothing to wait for.
+      {"a\xA2\xA2\xA2\xA2", 5},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(WholeCharacters(row.bytes), row.whole) << row.bytes;
+  }
+}
+
 TEST(Text, KnowsTheWidthOfATerminal) {
   EXPECT_EQ(DisplayWidth(""), 0);
   EXPECT_EQ(DisplayWidth("abc"), 3);

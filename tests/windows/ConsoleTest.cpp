@@ -7,13 +7,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
+#include <algorithm>
 #include <string>
 
+#include "tests/TemporaryFolder.h"
 #include "tests/windows/Library.h"
 #include "tests/windows/Process.h"
-#include "tests/windows/WorkFolder.h"
 
 namespace lum::test {
 
@@ -35,11 +34,8 @@ std::wstring ShownText(HANDLE console) {
   return text;
 }
 
-bool WriteWide(const std::wstring& file, const std::wstring& text) {
-  std::ofstream stream(std::filesystem::path(file), std::ios::binary);
-  stream.write(reinterpret_cast<const char*>(text.data()),
-               static_cast<std::streamsize>(text.size() * sizeof(wchar_t)));
-  return stream.flush().good();
+void WriteWide(const std::wstring& file, const std::wstring& text) {
+  WriteBytes(file, {reinterpret_cast<const char*>(text.data()), text.size() * sizeof(wchar_t)});
 }
 
 }  // namespace
@@ -53,7 +49,8 @@ int RunInThisConsole(const std::wstring& commandLine, const std::wstring& shownF
     return 100;
   }
   const DWORD exitCode = RunProcess(commandLine, {{}, console.Get(), console.Get(), 0});
-  return WriteWide(shownFile, ShownText(console.Get())) ? static_cast<int>(exitCode) : 101;
+  WriteWide(shownFile, ShownText(console.Get()));
+  return static_cast<int>(exitCode);
 }
 
 namespace {
@@ -70,20 +67,19 @@ class Console : public testing::Test {
         CommandLine({program, kInConsole, CommandLine(words), shownFile.wstring()});
     EXPECT_EQ(RunProcess(line, {m_folder.Path(), nullptr, nullptr, CREATE_NO_WINDOW}),
               expectedExitCode);
-    std::ifstream stream(shownFile, std::ios::binary);
-    const std::string bytes{std::istreambuf_iterator<char>(stream), {}};
+    const std::string bytes = ReadBytes(shownFile);
     std::wstring text(bytes.size() / sizeof(wchar_t), L'\0');
     std::copy(bytes.begin(), bytes.end(), reinterpret_cast<char*>(text.data()));
     return text;
   }
 
-  CWorkFolder m_folder;
+  CTemporaryFolder m_folder;
 };
 
 TEST_F(Console, ShowsTextsThatNoCodePageHolds) {
-  m_folder.Write(L"a.cfg",
-                 "[S]\n@trName=0,Gr\xC3\xB6\xC3\x9F"
-                 "e \xCE\xA9 \xD0\x96\n");
+  WriteBytes(m_folder.File("a.cfg"),
+             "[S]\n@trName=0,Gr\xC3\xB6\xC3\x9F"
+             "e \xCE\xA9 \xD0\x96\n");
   EXPECT_EQ(Shown({L"get", L"a.cfg", L"S", L"Name"}, 0), L"Gr\u00F6\u00DFe \u03A9 \u0416\n\n");
 }
 

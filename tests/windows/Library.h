@@ -2,9 +2,6 @@
 // programs under test are.
 #pragma once
 
-#if !defined(NOMINMAX)
-#define NOMINMAX
-#endif
 #include <windows.h>
 
 #include <filesystem>

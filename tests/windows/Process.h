@@ -1,38 +1,15 @@
 // Runs a program and collects what it writes.
 #pragma once
 
-#if !defined(NOMINMAX)
-#define NOMINMAX
-#endif
-#include <windows.h>
-
 #include <filesystem>
 #include <string>
 #include <vector>
 
+#include "platform/portable/WindowsHandle.h"
+
 namespace lum::test {
 
-/// A handle, closed at the end of its life.
-class CHandle {
- public:
-  explicit CHandle(HANDLE handle = INVALID_HANDLE_VALUE) : m_handle(handle) {}
-  ~CHandle() { Close(); }
-  CHandle(const CHandle&) = delete;
-  CHandle& operator=(const CHandle&) = delete;
-
-  bool IsOpen() const { return m_handle != INVALID_HANDLE_VALUE && m_handle != nullptr; }
-  HANDLE Get() const { return m_handle; }
-  HANDLE* Receive() { return &m_handle; }
-  void Close() {
-    if (IsOpen()) {
-      ::CloseHandle(m_handle);
-    }
-    m_handle = INVALID_HANDLE_VALUE;
-  }
-
- private:
-  HANDLE m_handle;
-};
+using lum::detail::CHandle;
 
 /// What CreateProcessW is told beside the command line.
 struct ProcessSetup {

@@ -1,11 +1,8 @@
 #include "tests/windows/SpyPlatform.h"
 
+#include <windows.h>
 #include <cstring>
 #include <new>
-#if !defined(NOMINMAX)
-#define NOMINMAX
-#endif
-#include <windows.h>
 
 #include "platform/Framework.h"
 #include "platform/LumBase.h"

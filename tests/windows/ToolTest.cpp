@@ -6,9 +6,9 @@
 #include <string>
 #include <thread>
 
+#include "tests/TemporaryFolder.h"
 #include "tests/windows/Library.h"
 #include "tests/windows/Process.h"
-#include "tests/windows/WorkFolder.h"
 
 namespace lum::test {
 
@@ -25,48 +25,52 @@ class Tool : public testing::Test {
   }
 
   HANDLE Open(const std::wstring& name, DWORD sharing) {
-    const HANDLE handle = ::CreateFileW((m_folder.Path() / name).c_str(), GENERIC_READ, sharing,
-                                        nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    const HANDLE handle = lum::detail::OpenExisting(m_folder.Path() / name, GENERIC_READ, sharing);
     EXPECT_NE(handle, INVALID_HANDLE_VALUE);
     return handle;
   }
 
-  CWorkFolder m_folder;
+  void Write(const std::wstring& name, std::string_view bytes) {
+    WriteBytes(m_folder.Path() / name, bytes);
+  }
+  std::string Read(const std::wstring& name) { return ReadBytes(m_folder.Path() / name); }
+
+  CTemporaryFolder m_folder;
 };
 
 TEST_F(Tool, TakesNamesAndTextsOfAnyCharacters) {
   const std::wstring name = L"\u6D77 Gr\u00F6\u00DFe \U0001F6A2.cfg";
-  m_folder.Write(name, "[S]\n@trName=0,old\n");
+  Write(name, "[S]\n@trName=0,old\n");
   const ProcessResult set = Run({L"set", name, L"S", L"Name", L"\u03A9 \U0001F6A2 \"x\" \\"});
   EXPECT_EQ(set.exitCode, 0u) << set.errors;
-  EXPECT_EQ(m_folder.Read(name), "[S]\n@trName=0,\xCE\xA9 \xF0\x9F\x9A\xA2 \"x\" \\\n");
+  EXPECT_EQ(Read(name), "[S]\n@trName=0,\xCE\xA9 \xF0\x9F\x9A\xA2 \"x\" \\\n");
   EXPECT_EQ(Run({L"get", name, L"S", L"Name"}).output, "\xCE\xA9 \xF0\x9F\x9A\xA2 \"x\" \\\n");
 }
 
 TEST_F(Tool, RefusesLoneSurrogates) {
-  m_folder.Write(L"a.cfg", "[S]\n@trName=0,old\n");
+  Write(L"a.cfg", "[S]\n@trName=0,old\n");
   const ProcessResult set = Run({L"set", L"a.cfg", L"S", L"Name", L"x\xD83Dy"});
   EXPECT_EQ(set.exitCode, 2u);
   EXPECT_EQ(set.errors, "lumattr: VALUE is not valid UTF-8\n");
-  EXPECT_EQ(m_folder.Read(L"a.cfg"), "[S]\n@trName=0,old\n");
+  EXPECT_EQ(Read(L"a.cfg"), "[S]\n@trName=0,old\n");
 }
 
 TEST_F(Tool, LeavesPatternsAsTheyWereTyped) {
-  m_folder.Write(L"abovecolor.txt", "");  // Some runtimes would put it in the pattern's place.
+  Write(L"abovecolor.txt", "");  // Some runtimes would put it in the pattern's place.
   const ProcessResult names = Run({L"names", L"above*"});
   EXPECT_EQ(names.exitCode, 0u) << names.errors;
   EXPECT_THAT(names.output, HasSubstr("ATTR_ABOVECOLOR"));
 }
 
 TEST_F(Tool, WritesUtf8WithLineFeedsIntoFilesAndPipes) {
-  m_folder.Write(L"a.cfg", "[S]\r\n@trName=0,\xCE\xA9\r\n");
+  Write(L"a.cfg", "[S]\r\n@trName=0,\xCE\xA9\r\n");
   EXPECT_EQ(Run({L"get", L"a.cfg", L"S", L"Name"}).output, "\xCE\xA9\n");
   EXPECT_EQ(Run({L"get", L"a.cfg", L"S", L"\u03A9"}).errors,
             "lumattr: no attribute '\xCE\xA9' in section 'S'\n");
 }
 
 TEST_F(Tool, TakesTheNameOfItsDefinitionsFromTheEnvironmentWhateverItsCharacters) {
-  m_folder.Write(L"a.cfg", "[S]\n@trDepth=0,2\n");
+  Write(L"a.cfg", "[S]\n@trDepth=0,2\n");
   ::SetEnvironmentVariableW(L"LUMATTR_DEFS", L"\u03A9.def");
   const ProcessResult shown = Run({L"show", L"a.cfg", L"S"});
   ::SetEnvironmentVariableW(L"LUMATTR_DEFS", nullptr);
@@ -76,17 +80,17 @@ TEST_F(Tool, TakesTheNameOfItsDefinitionsFromTheEnvironmentWhateverItsCharacters
 
 TEST_F(Tool, SaysClearlyThatAnotherProcessHasTheFileOpenAndLeavesItWhole) {
   const std::string old = "[S]\n@trName=0,old\n";
-  m_folder.Write(L"a.cfg", old);
+  Write(L"a.cfg", old);
   const CHandle reader(Open(L"a.cfg", FILE_SHARE_READ));  // Lets others read, not replace.
   const ProcessResult set = Run({L"set", L"a.cfg", L"S", L"Name", L"new"});
   EXPECT_EQ(set.exitCode, 2u);
   EXPECT_THAT(set.errors, HasSubstr("lumattr: cannot write \"a.cfg\": "));
-  EXPECT_EQ(m_folder.Read(L"a.cfg"), old);
+  EXPECT_EQ(Read(L"a.cfg"), old);
   EXPECT_EQ(m_folder.EntryCount(), 1u);
 }
 
 TEST_F(Tool, WaitsUntilAnotherProcessIsDoneWithTheFile) {
-  m_folder.Write(L"a.cfg", "[S]\n@trName=0,old\n");
+  Write(L"a.cfg", "[S]\n@trName=0,old\n");
   CHandle reader(Open(L"a.cfg", FILE_SHARE_READ));
   std::thread other([&] {
     ::Sleep(250);
@@ -95,15 +99,15 @@ TEST_F(Tool, WaitsUntilAnotherProcessIsDoneWithTheFile) {
   const ProcessResult set = Run({L"set", L"a.cfg", L"S", L"Name", L"new"});
   other.join();
   EXPECT_EQ(set.exitCode, 0u) << set.errors;
-  EXPECT_EQ(m_folder.Read(L"a.cfg"), "[S]\n@trName=0,new\n");
+  EXPECT_EQ(Read(L"a.cfg"), "[S]\n@trName=0,new\n");
 }
 
 TEST_F(Tool, ReplacesAFileThatOthersOnlyReadAndShare) {
-  m_folder.Write(L"a.cfg", "[S]\n@trName=0,old\n");
-  const CHandle reader(Open(L"a.cfg", FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE));
+  Write(L"a.cfg", "[S]\n@trName=0,old\n");
+  const CHandle reader(Open(L"a.cfg", lum::detail::kShareAll));
   const ProcessResult set = Run({L"set", L"a.cfg", L"S", L"Name", L"new"});
   EXPECT_EQ(set.exitCode, 0u) << set.errors;
-  EXPECT_EQ(m_folder.Read(L"a.cfg"), "[S]\n@trName=0,new\n");
+  EXPECT_EQ(Read(L"a.cfg"), "[S]\n@trName=0,new\n");
   char old[64] = "";
   DWORD count = 0;
   EXPECT_NE(::ReadFile(reader.Get(), old, sizeof old, &count, nullptr), 0);

@@ -1,11 +1,7 @@
 #include "tools/lumattr/ConsoleBuffer.h"
 
-#include "platform/TextEncoding.h"
 #include "tools/lumattr/Text.h"
 
-#if !defined(NOMINMAX)
-#define NOMINMAX
-#endif
 #include <windows.h>
 
 namespace lum::tool {
@@ -13,17 +9,6 @@ namespace {
 
 // Far below the 64 KB that consoles of old systems take at once.
 constexpr std::size_t kMostWaiting = 4096;
-
-bool IsTail(char byte) { return (static_cast<unsigned char>(byte) & 0xC0) == 0x80; }
-
-// How long a sequence is that begins with this byte.
-std::size_t SequenceLength(char lead) {
-  const auto byte = static_cast<unsigned char>(lead);
-  if (byte < 0xC0) {
-    return 1;
-  }
-  return byte < 0xE0 ? 2 : byte < 0xF0 ? 3 : 4;
-}
 
 bool WriteAll(HANDLE console, std::wstring_view text) {
   while (!text.empty()) {
@@ -39,18 +24,6 @@ bool WriteAll(HANDLE console, std::wstring_view text) {
 }
 
 }  // namespace
-
-std::size_t WholeCharacters(std::string_view bytes) {
-  std::size_t start = bytes.size();
-  while (start > 0 && bytes.size() - start < 3 && IsTail(bytes[start - 1])) {
-    --start;
-  }
-  if (start == 0) {
-    return bytes.size();
-  }
-  --start;
-  return start + SequenceLength(bytes[start]) > bytes.size() ? start : bytes.size();
-}
 
 std::streambuf::int_type CConsoleBuffer::overflow(int_type ch) {
   const char byte = traits_type::to_char_type(ch);

@@ -25,7 +25,4 @@ class CConsoleBuffer : public std::streambuf {
   std::string m_waiting;
 };
 
-/// How many of the bytes are whole characters: all but an unfinished sequence at the end.
-std::size_t WholeCharacters(std::string_view bytes);
-
 }  // namespace lum::tool

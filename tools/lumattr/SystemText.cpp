@@ -2,13 +2,10 @@
 
 #if defined(_WIN32)
 
+#include <windows.h>
 #include <cstdlib>
 #include <memory>
 #include <string_view>
-#if !defined(NOMINMAX)
-#define NOMINMAX
-#endif
-#include <windows.h>
 
 #include <shellapi.h>
 

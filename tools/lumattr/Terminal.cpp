@@ -10,11 +10,8 @@
 #include <cstdio>
 #include <iostream>
 
-#include "tools/lumattr/ConsoleBuffer.h"
-#if !defined(NOMINMAX)
-#define NOMINMAX
-#endif
 #include <windows.h>
+#include "tools/lumattr/ConsoleBuffer.h"
 #else
 #include <unistd.h>
 #endif

@@ -56,6 +56,12 @@ int WidthOf(char32_t code) {
 
 bool IsContinuation(char byte) { return (static_cast<unsigned char>(byte) & 0xC0) == 0x80; }
 
+/// How long a sequence of UTF-8 is that begins with this byte.
+std::size_t SequenceLength(char first) {
+  const auto lead = static_cast<unsigned char>(first);
+  return lead < 0xC0 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
+}
+
 /// The character that begins at `place` of valid UTF-8; `place` moves behind it.
 char32_t NextCode(std::string_view text, std::size_t& place) {
   const auto lead = static_cast<unsigned char>(text[place++]);
@@ -135,6 +141,20 @@ std::string Quoted(const CString& text) {
   quoted += Printable(text);
   quoted += '\'';
   return quoted;
+}
+
+std::size_t WholeCharacters(std::string_view bytes) {
+  constexpr std::size_t kMostContinuations = 3;
+  std::size_t start = bytes.size();
+  while (start > 0 && bytes.size() - start < kMostContinuations &&
+         IsContinuation(bytes[start - 1])) {
+    --start;
+  }
+  if (start == 0) {
+    return bytes.size();
+  }
+  --start;
+  return start + SequenceLength(bytes[start]) > bytes.size() ? start : bytes.size();
 }
 
 int DisplayWidth(std::string_view text) {

@@ -27,6 +27,9 @@ std::string Printable(const CString& text);
 /// Printable in single quotes, for messages.
 std::string Quoted(const CString& text);
 
+/// How many of the bytes are whole characters: all but an unfinished sequence at their end.
+std::size_t WholeCharacters(std::string_view bytes);
+
 /// How many columns of a terminal the UTF-8 text takes: none for combining marks, two for wide
 /// East Asian characters and pictographs.
 int DisplayWidth(std::string_view text);
