@@ -1,9 +1,10 @@
 # A thin face over CMake, its presets and the scripts: see README.md.
 
 .DEFAULT_GOAL := check
-.PHONY: demo check check-windows package bench format clean configure
+.PHONY: demo check check-windows package bench bench-short bench-programs format clean configure
 
 BUILD := cmake --build --preset release
+BENCHMARKS := $(addprefix build/bench/benchmarks/lum_bench_,texts decoders trees)
 
 configure:
 	@scripts/bootstrap build
@@ -33,10 +34,21 @@ package:
 	@scripts/bootstrap build windows package
 	@scripts/package
 
-# Prints how the bulk operations grow with the size of the tree.
-bench: configure
-	@$(BUILD) --target lum_tree_scaling
-	@build/release/benchmarks/lum_tree_scaling
+# Compares with other libraries, writes docs/performance.md anew, and prints how the bulk operations
+# grow with the size of the tree.
+bench: bench-programs
+	@benchmarks/report.py --write docs/performance.md $(BENCHMARKS)
+	@build/bench/benchmarks/lum_tree_scaling
+
+# The same once and briefly: only the answers count.
+bench-short: bench-programs
+	@benchmarks/report.py --short $(BENCHMARKS)
+	@build/bench/benchmarks/lum_tree_scaling
+
+bench-programs:
+	@scripts/bootstrap build bench
+	@cmake --preset bench
+	@cmake --build --preset bench
 
 # Puts every source into the project's format.
 format:

@@ -1,0 +1,1 @@
+// A shared object with nothing in it: the least that loading one takes.
