@@ -1,29 +1,30 @@
 // Adding and removing children, and their flags.
 #include <memory>
-#include <utility>
+#include <vector>
 
 #include "attributes/AttributeMap.h"
 #include "attributes/NodeAccess.h"
 #include "definitions/AttribDefMap.h"
 
+using lum::detail::CChildList;
+using lum::detail::COwnedNode;
 using lum::detail::NodeAccess;
 
 CAttributeMap& CAttributeMap::Add(const CString& name) { return NodeAccess::Append(*this, name); }
 
 CAttributeMap& CAttributeMap::Add(const CAttributeMap& node) {
-  return NodeAccess::Append(*this, std::make_unique<CAttributeMap>(node));
+  return NodeAccess::Append(*this, COwnedNode(new CAttributeMap(node)));
 }
 
 CAttributeMap& CAttributeMap::Add(const CString& name, const CLumType& value, unsigned int flags) {
-  return NodeAccess::Append(*this, std::make_unique<CAttributeMap>(name, value, flags));
+  return NodeAccess::Append(*this, name, value, flags);
 }
 
 CAttributeMap& CAttributeMap::Insert(int n, const CString& name, const CLumType& value,
                                      unsigned int flags) {
-  auto child = std::make_unique<CAttributeMap>(name, value, flags);
-  m_children.insert(m_children.begin() + FindAttribute(name, n), child.get());
-  (void)child.release();
-  return *m_children[static_cast<std::size_t>(n)];
+  NodeAccess::Insert(*this, static_cast<std::size_t>(FindAttribute(name, n)),
+                     NodeAccess::MakeNode(name, value, flags));
+  return *NodeAccess::Children(*this)[static_cast<std::size_t>(n)];
 }
 
 CAttributeRec* CAttributeMap::AppendNew(const CString& name) {
@@ -42,9 +43,9 @@ CAttributeRec* CAttributeMap::AppendNew(const CString& name, const CLumType& val
 }
 
 void CAttributeMap::Remove(int pos) {
-  const auto place = m_children.begin() + pos;
-  const std::unique_ptr<CAttributeMap> removed(*place);
-  m_children.erase(place);
+  const auto place = static_cast<std::size_t>(pos);
+  const COwnedNode removed(NodeAccess::Children(*this)[place]);
+  NodeAccess::ListBelow(*this)->Remove(place);
 }
 
 bool CAttributeMap::Remove(const CString& name, int n) {
@@ -59,15 +60,17 @@ bool CAttributeMap::Remove(const CString& name, int n) {
 void CAttributeMap::RemoveAll(const CString& name) {
   // The caller's string may be the name of a child that goes.
   const CString removedName(name);  // NOLINT(performance-unnecessary-copy-initialization)
-  auto kept = m_children.begin();
-  for (CAttributeMap* child : m_children) {
-    if (child->Mnemonic() == removedName) {
-      delete child;
-    } else {
-      *kept++ = child;
-    }
+  CChildList* children = NodeAccess::ListBelow(*this);
+  if (children == nullptr) {
+    return;
   }
-  m_children.erase(kept, m_children.end());
+  children->RemoveIf([&removedName](CAttributeMap* child) {
+    const bool isRemoved = child->Mnemonic() == removedName;
+    if (isRemoved) {
+      NodeAccess::DeleteNode(child);
+    }
+    return isRemoved;
+  });
 }
 
 bool CAttributeMap::DisableAttribute(const CString& name, bool disable) {
@@ -84,7 +87,7 @@ bool CAttributeMap::HasEditableAttributes() const {
   while (!groups.empty()) {
     const CAttributeMap* group = groups.back();
     groups.pop_back();
-    for (const CAttributeMap* child : group->m_children) {
+    for (const CAttributeMap* child : NodeAccess::Children(*group)) {
       if (!child->IsFlagSet(FLAG_EDITABLE)) {
         continue;
       }

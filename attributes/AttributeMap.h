@@ -6,15 +6,11 @@
 // siblings of the same name. Names are compared exactly.
 #pragma once
 
-#include <vector>
+#include <cstdint>
 
 #include "attributes/AttributeRec.h"
 
 class FileObject;
-
-namespace lum::detail {
-struct NodeAccess;
-}
 
 /// A tree node and the tree below it, which it owns. Copies are deep. Bulk operations (copy,
 /// destruction, Overload, Compare, loading, saving) take time in proportion to the number of nodes
@@ -37,7 +33,7 @@ class LUM_ATTRIBUTES_API CAttributeMap : public CAttributeRec {
   // Counting and access by place.
 
   /// How many direct children there are, of any name or of the given one.
-  int Count() const noexcept { return static_cast<int>(m_children.size()); }
+  int Count() const noexcept;
   int Count(const CString& name) const;
   /// The child at a place of the sibling list, or the shared empty node at or past the end.
   /// Precondition: pos >= 0.
@@ -47,7 +43,9 @@ class LUM_ATTRIBUTES_API CAttributeMap : public CAttributeRec {
   /// The occurrence of the child at a place. Precondition: 0 <= pos < Count().
   int RetrieveIndex(int pos) const;
 
-  // Look-up by name and occurrence. None of these allocates when the child exists.
+  // Look-up by name and occurrence. Among few children none of these allocates when the child
+  // exists; many children that are searched again and again get an index, which additions and
+  // renames keep and other changes drop. Several threads may search a tree that none changes.
 
   /// The child's place in the sibling list, or -1.
   int FindAttribute(const CString& name, int n = 0) const;
@@ -187,8 +185,8 @@ class LUM_ATTRIBUTES_API CAttributeMap : public CAttributeRec {
 
   static const CAttributeMap& NullAttribute();
 
-  std::vector<CAttributeMap*> m_children;
-  bool m_lastSelected = false;
+  /// The list of the node's children and the list that it stands in: see attributes/NodeAccess.h.
+  std::uintptr_t m_lists = 0;
 };
 
 #include "attributes/AttributePersistence.h"

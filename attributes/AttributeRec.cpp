@@ -4,6 +4,8 @@
 #include <memory>
 #include <utility>
 
+#include "attributes/NodeAccess.h"
+
 CAttributeRec::CAttributeRec(const CString& name, const CLumType& value, unsigned int flags)
     : m_mnemonic(name), m_value(value.MakeCopy()), m_flags(flags) {}
 
@@ -15,33 +17,41 @@ CAttributeRec::CAttributeRec(const CAttributeRec& other)
 
 CAttributeRec::CAttributeRec(CAttributeRec&& other) noexcept
     : m_mnemonic(other.m_mnemonic),  // NOLINT(performance-move-constructor-init): it stays there.
-      m_value(std::exchange(other.m_value, nullptr)),
+      m_value(std::move(other.m_value)),
       m_flags(other.m_flags) {}
 
 CAttributeRec& CAttributeRec::operator=(const CAttributeRec& other) {
   if (this != &other) {
     std::unique_ptr<CLumType> copy(other.CopyValue());
-    m_mnemonic = other.m_mnemonic;
+    SetMnemonic(other.m_mnemonic);
     m_flags = other.m_flags;
-    AdoptValue(copy.release());
+    m_value.Adopt(copy.release());
   }
   return *this;
 }
 
 CAttributeRec& CAttributeRec::operator=(CAttributeRec&& other) noexcept {
   if (this != &other) {
-    m_mnemonic = other.m_mnemonic;
+    SetMnemonic(other.m_mnemonic);
     m_flags = other.m_flags;
-    AdoptValue(std::exchange(other.m_value, nullptr));
+    m_value.TakeFrom(other.m_value);
   }
   return *this;
 }
 
-CAttributeRec::~CAttributeRec() { delete m_value; }
+CAttributeRec::~CAttributeRec() = default;
+
+void CAttributeRec::SetMnemonic(const CString& name) {
+  if (m_isChild) {
+    lum::detail::NodeAccess::RenameChild(static_cast<CAttributeMap&>(*this), name);
+  } else {
+    m_mnemonic = name;
+  }
+}
 
 void CAttributeRec::SetValue(const CLumType& value) {
-  if (&value != m_value) {
-    AdoptValue(value.MakeCopy());
+  if (&value != m_value.Get()) {
+    m_value.Adopt(value.MakeCopy());
   }
 }
 
@@ -50,10 +60,6 @@ void CAttributeRec::SetFlag(FLAGS flag, bool on) noexcept {
 }
 
 CLumType* CAttributeRec::CopyValue() const {
-  return m_value != nullptr ? m_value->MakeCopy() : new CLumUndefined;
-}
-
-void CAttributeRec::AdoptValue(CLumType* value) noexcept {
-  delete m_value;
-  m_value = value;
+  const CLumType* value = m_value.Get();
+  return value != nullptr ? value->MakeCopy() : new CLumUndefined;
 }

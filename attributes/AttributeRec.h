@@ -1,7 +1,14 @@
 // CAttributeRec: one named attribute, a mnemonic with an owned value and a word of flags.
 #pragma once
 
+#include <cstdint>
+
 #include "values/LumType.h"
+#include "values/ValueSlot.h"
+
+namespace lum::detail {
+struct NodeAccess;
+}
 
 /// A named value with flags; the base of the tree node CAttributeMap. It owns its value and every
 /// copy is deep. The value is never null except in a record that was moved from. Not synchronised.
@@ -29,12 +36,12 @@ class LUM_ATTRIBUTES_API CAttributeRec {
   CAttributeRec& operator=(CAttributeRec&& other) noexcept;
   virtual ~CAttributeRec();
 
-  void SetMnemonic(const CString& name) { m_mnemonic = name; }
+  void SetMnemonic(const CString& name);
   const CString& Mnemonic() const noexcept { return m_mnemonic; }
 
   /// The owned value, valid until it is replaced. Precondition: the record was not moved from.
-  const CLumType& Value() const noexcept { return *m_value; }
-  CLumType& Value() noexcept { return *m_value; }
+  const CLumType& Value() const noexcept { return *m_value.Get(); }
+  CLumType& Value() noexcept { return *m_value.Get(); }
   /// Replaces the value by a copy, so the attribute's kind becomes that of `value`. Setting the
   /// record's own value changes nothing.
   void SetValue(const CLumType& value);
@@ -52,13 +59,18 @@ class LUM_ATTRIBUTES_API CAttributeRec {
   /// Takes ownership of `value`, which is not null.
   CAttributeRec(const CString& name, CLumType* value, unsigned int flags);
 
+ private:
+  // The tree builds its nodes, and keeps its marks in gaps of the record.
+  friend class CAttributeMap;
+  friend struct lum::detail::NodeAccess;
+
   /// A new copy of the value, owned by the caller; an undefined one when the record was moved from.
   CLumType* CopyValue() const;
-  /// Takes ownership of `value` and deletes the one held before.
-  void AdoptValue(CLumType* value) noexcept;
 
- private:
   CString m_mnemonic;
-  CLumType* m_value;
+  [[no_unique_address]] lum::detail::CValueSlot m_value;
+  bool m_isChild = false;       ///< A node that stands in a tree, whose siblings may be indexed.
+  bool m_lastSelected = false;  ///< See CAttributeMap::SetLastSelected.
+  std::uint8_t m_blockPlace = 0;  ///< One more than the node's place in its CNodeBlock; 0: it has none.
   unsigned int m_flags;
 };

@@ -3,8 +3,8 @@
 #include <string>
 
 #include "attributes/AttributeMap.h"
-#include "attributes/ChildIndex.h"
 #include "attributes/ItemCodec.h"
+#include "attributes/SiblingWalk.h"
 #include "catalogue/AttributeNames.h"
 #include "values/TextView.h"
 
@@ -58,14 +58,15 @@ class CSubtreeWriter {
 
   /// A group without a value and flags is known from the keys below it and gets no item.
   bool WriteNode(const CAttributeMap& node) {
-    CString text;
-    if (node.Value().GetValueStr(text) == 0) {
-      text.Empty();
+    if (node.Value().GetValueStr(m_text) == 0) {
+      m_text.Empty();
       if (node.Flags() == 0 && node.Count() != 0) {
         return true;
       }
     }
-    return m_file.SetItem(m_section, ToCString(m_key), ItemValue(node, text), true);
+    m_value.clear();
+    AppendItemValue(m_value, node, m_text);
+    return m_file.SetItem(m_section, ToCString(m_key), ToCString(m_value), true);
   }
 
   void EnterChild(const CAttributeMap& child) {
@@ -78,6 +79,8 @@ class CSubtreeWriter {
   FileObject& m_file;
   const CString& m_section;
   std::wstring m_key;
+  CString m_text;        ///< Of the node being written.
+  std::wstring m_value;  ///< Of its item.
   std::deque<CSaveFrame> m_frames;
 };
 

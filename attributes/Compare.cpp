@@ -3,15 +3,14 @@
 // One pass walks the other tree and reports what was added or changed, a second one walks this tree
 // and reports what was removed. Either pass keeps its own stack; the differences below a pair of
 // nodes are collected apart and attached to the pair's entry only when there are any.
-#include <algorithm>
-#include <cmath>
 #include <deque>
+#include <memory>
 
 #include "attributes/AttributeMap.h"
-#include "attributes/ChildIndex.h"
 #include "attributes/ItemCodec.h"
 #include "attributes/Overload.h"
-#include "values/TextView.h"
+#include "attributes/SiblingWalk.h"
+#include "attributes/ValueComparison.h"
 
 namespace lum::detail {
 namespace {
@@ -30,61 +29,39 @@ struct CPairFrame {
 
   /// The entry of the child that was visited last; made when it is not there.
   CAttributeMap& Entry(const CAttributeMap& child) {
-    return FindCreateChild(found, foundIndex, View(child.Mnemonic()), children.Occurrence());
+    if (found == nullptr) {
+      found = std::make_unique<CAttributeMap>();
+    }
+    return found->FindCreate(child.Mnemonic(), children.Occurrence());
   }
 
   const CAttributeMap* walked;
   const CAttributeMap* partner;
   CPairWalk children;
-  CAttributeMap found;
-  CChildIndex foundIndex{found};
+  std::unique_ptr<CAttributeMap> found;  ///< None while there are no differences.
 };
 
-/// Values that both are one number are equal within the platform's tolerance, whatever their texts.
-/// A protected value of this tree never differs in its text.
-bool AreValuesEqual(const CAttributeMap& own, const CAttributeMap& other) {
-  CString otherText;
-  CString ownText;
-  other.Value().GetValueStr(otherText);
-  own.Value().GetValueStr(ownText);
-  double a = 0.0;
-  double b = 0.0;
-  if (otherText.Find(L',') < 0 && ownText.Find(L',') < 0 && other.Value().GetDouble(a) != 0 &&
-      own.Value().GetDouble(b) != 0) {
-    return std::abs(a - b) <= Epsilon(std::max(std::abs(a), std::abs(b)) * 10.0);
-  }
-  return own.IsFlagSet(CAttributeRec::FLAG_KEEP_VALUE) || otherText == ownText;
-}
-
-/// Moves the children of `from` to the end of those of `to`, except "OrderInfo" ones.
-void MoveMergedChildren(CAttributeMap& from, CAttributeMap& to) {
-  NodeAccess::Nodes& sources = NodeAccess::Children(from);
-  NodeAccess::Nodes& targets = NodeAccess::Children(to);
-  targets.reserve(targets.size() + sources.size());
-  auto kept = sources.begin();
-  for (CAttributeMap* child : sources) {
-    if (IsOrderInfo(*child)) {
-      *kept++ = child;
-    } else {
-      targets.push_back(child);
-    }
-  }
-  sources.erase(kept, sources.end());
+void MoveChildren(CAttributeMap& from, CAttributeMap& to) {
+  NodeAccess::DeleteChildren(to);
+  NodeAccess::SetListBelow(to, NodeAccess::TakeListBelow(from));
 }
 
 class CComparisonPass {
  public:
   explicit CComparisonPass(CPassRules rules) : m_rules(rules) {}
 
-  /// Walks one tree beside the other and adds what it finds to the children of `diff`.
-  void Run(const CAttributeMap& walked, const CAttributeMap& partner, CAttributeMap& diff) {
-    CPairFrame& root = m_frames.emplace_back(walked, partner);
-    NodeAccess::Children(root.found).swap(NodeAccess::Children(diff));
+  /// Walks one tree beside the other and adds what it finds to the children of `diff`. Returns
+  /// whether both have the same names in the same order everywhere.
+  bool Run(const CAttributeMap& walked, const CAttributeMap& partner, CAttributeMap& diff) {
+    CPairFrame& root = Enter(walked, partner);
+    root.found = std::make_unique<CAttributeMap>();
+    MoveChildren(diff, *root.found);
     while (const CAttributeMap* child = NextChild()) {
       VisitChild(*child);
     }
-    NodeAccess::Children(diff).swap(NodeAccess::Children(root.found));
+    MoveChildren(*root.found, diff);
     m_frames.clear();
+    return m_sameShape;
   }
 
  private:
@@ -101,16 +78,23 @@ class CComparisonPass {
     }
   }
 
+  CPairFrame& Enter(const CAttributeMap& walked, const CAttributeMap& partner) {
+    m_sameShape = m_sameShape && walked.Count() == partner.Count();
+    return m_frames.emplace_back(walked, partner);
+  }
+
   void VisitChild(const CAttributeMap& child) {
     CPairFrame& frame = m_frames.back();
     const CAttributeMap* partner = frame.children.Partner();
+    m_sameShape = m_sameShape && frame.children.IsInStep();
     if (partner == nullptr) {
       if (m_rules.reportUnpaired) {
         frame.Entry(child) = child;
       }
     } else if (child.Count() != 0) {
-      m_frames.emplace_back(child, *partner);
+      Enter(child, *partner);
     } else {
+      m_sameShape = m_sameShape && partner->Count() == 0;
       CompareValues(frame, child, *partner);
     }
   }
@@ -118,8 +102,8 @@ class CComparisonPass {
   void LeavePair() {
     CPairFrame& done = m_frames.back();
     CPairFrame& above = m_frames[m_frames.size() - 2];
-    if (done.found.Count() != 0) {
-      AttachBelow(above.Entry(*done.walked), done.found);
+    if (done.found != nullptr && done.found->Count() != 0) {
+      AttachBelow(above.Entry(*done.walked), *done.found);
     }
     CompareValues(above, *done.walked, *done.partner);
     m_frames.pop_back();
@@ -128,9 +112,10 @@ class CComparisonPass {
   /// Only the removals of the first level can meet an entry that has differences already.
   void AttachBelow(CAttributeMap& entry, CAttributeMap& below) const {
     if (!m_rules.dropOrderInfo) {
-      NodeAccess::Children(entry).swap(NodeAccess::Children(below));
+      MoveChildren(below, entry);
     } else if (entry.Count() == 0) {
-      MoveMergedChildren(below, entry);
+      NodeAccess::MoveChildren(below, entry,
+                               [](const CAttributeMap& child) { return !IsOrderInfo(child); });
     } else {
       Overlay(entry, below, {.addNew = true});
     }
@@ -147,6 +132,7 @@ class CComparisonPass {
 
   CPassRules m_rules;
   std::deque<CPairFrame> m_frames;
+  bool m_sameShape = true;
 };
 
 }  // namespace
@@ -158,15 +144,18 @@ bool CAttributeMap::Compare(const CAttributeMap& other, CAttributeMap& diff,
   CAttributeMap found;
   const bool values = (flags & COMPARE_VALUES) != 0;
   const bool added = (flags & COMPARE_ADDED) != 0;
+  bool sameShape = false;
   if (values || added) {
-    CComparisonPass({.reportUnpaired = added, .compareValues = values, .dropOrderInfo = false})
-        .Run(other, *this, found);
+    sameShape =
+        CComparisonPass({.reportUnpaired = added, .compareValues = values, .dropOrderInfo = false})
+            .Run(other, *this, found);
   }
-  if ((flags & COMPARE_REMOVED) != 0) {
+  // Where both trees have the same names in the same order, nothing can have been removed.
+  if (!sameShape && (flags & COMPARE_REMOVED) != 0) {
     CComparisonPass({.reportUnpaired = true, .compareValues = false, .dropOrderInfo = true})
         .Run(*this, other, found);
   }
-  diff.RemoveAll();
-  diff.m_children.swap(found.m_children);
+  lum::detail::NodeAccess::DeleteChildren(diff);
+  lum::detail::NodeAccess::SetListBelow(diff, lum::detail::NodeAccess::TakeListBelow(found));
   return diff.Count() > 0;
 }

@@ -17,6 +17,24 @@ bool ReadFlags(std::wstring_view field, unsigned int& flags) {
   return ScanUInt(field, flags);
 }
 
+/// Most attributes have none.
+void AppendFlags(std::wstring& value, unsigned int flags) {
+  if (flags == 0) {
+    value += L'0';
+    return;
+  }
+  CString digits;
+  AppendDecimal(digits, flags);
+  value += View(digits);
+}
+
+/// Removes white space as the platform's strings do, whose rule for other than ASCII is their own.
+void TrimLeft(CString& text) {
+  if (!text.IsEmpty() && (text[0] <= L' ' || text[0] >= 0x7F)) {
+    text.TrimLeft();
+  }
+}
+
 }  // namespace
 
 bool IsOrderInfo(const CAttributeMap& node) { return node.Mnemonic() == ATTRIB_ORDERINFO; }
@@ -78,20 +96,18 @@ std::optional<CAttributeItem> ReadItem(std::wstring_view key, std::wstring_view 
     return std::nullopt;
   }
   item.text = ToCString(value.substr(comma + 1));
-  item.text.TrimLeft();
+  TrimLeft(item.text);
   return item;
 }
 
-CString ItemValue(const CAttributeMap& node, const CString& text) {
-  CString value;
+void AppendItemValue(std::wstring& value, const CAttributeMap& node, const CString& text) {
   if (!IsOrderInfo(node)) {
-    AppendDecimal(value, node.Flags());
+    AppendFlags(value, node.Flags());
     value += L',';
   }
-  if (text.FindOneOf(L"\r\n") < 0) {
-    value += text;
+  if (text.Find(L'\n') < 0 && text.Find(L'\r') < 0) {
+    value += View(text);
   }
-  return value;
 }
 
 CString NodeKeyPrefix(const CAttributeMap& node) {

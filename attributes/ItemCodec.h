@@ -3,6 +3,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "attributes/AttributeMap.h"
@@ -28,6 +29,8 @@ class CKeyPath {
   explicit CKeyPath(std::wstring_view key) : m_rest(key) {}
 
   bool AtEnd() const noexcept { return m_atEnd; }
+  /// The names that are left.
+  std::wstring_view Rest() const noexcept { return m_rest; }
   /// Precondition: not AtEnd().
   CKeyPiece Next();
 
@@ -54,8 +57,8 @@ struct CAttributeItem {
 /// Reads an item; nothing when it is no attribute or its flags field holds no number.
 std::optional<CAttributeItem> ReadItem(std::wstring_view key, std::wstring_view value, int version);
 
-/// The item value that stores a node with that value text.
-CString ItemValue(const CAttributeMap& node, const CString& text);
+/// Appends the item value that stores a node with that value text.
+void AppendItemValue(std::wstring& value, const CAttributeMap& node, const CString& text);
 
 /// The key prefix of a node that is stored by itself.
 CString NodeKeyPrefix(const CAttributeMap& node);

@@ -3,11 +3,9 @@
 
 #include <deque>
 #include <memory>
-#include <vector>
 
-#include "attributes/ChildIndex.h"
 #include "attributes/ItemCodec.h"
-#include "values/TextView.h"
+#include "attributes/SiblingWalk.h"
 
 namespace lum::detail {
 namespace {
@@ -39,20 +37,11 @@ void MergeNode(CAttributeMap& target, const CAttributeMap& source, bool copyFlag
 }
 
 bool IsBelow(const CAttributeMap& node, const CAttributeMap& tree) {
-  std::vector<const CAttributeMap*> parents{&tree};
-  while (!parents.empty()) {
-    const CAttributeMap* parent = parents.back();
-    parents.pop_back();
-    for (const CAttributeMap* child : NodeAccess::Children(*parent)) {
-      if (child == &node) {
-        return true;
-      }
-      if (child->Count() != 0) {
-        parents.push_back(child);
-      }
-    }
+  const CChildList* around = NodeAccess::ListAround(node);
+  while (around != nullptr && &around->Parent() != &tree) {
+    around = around->Above();
   }
-  return false;
+  return around != nullptr;
 }
 
 bool ShareNodes(const CAttributeMap& a, const CAttributeMap& b) {
@@ -82,7 +71,7 @@ void Overlay(CAttributeMap& target, const CAttributeMap& source, COverlaySwitche
         frames.emplace_back(*partner, *child);
       }
     } else if (switches.addNew) {
-      NodeAccess::Append(*frame.target, std::make_unique<CAttributeMap>(*child));
+      NodeAccess::Append(*frame.target, COwnedNode(new CAttributeMap(*child)));
     }
   }
 }

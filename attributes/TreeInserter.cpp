@@ -1,10 +1,10 @@
 // Putting read items into a tree.
 #include "attributes/TreeInserter.h"
 
+#include <algorithm>
 #include <memory>
 
 #include "definitions/AttribDefMap.h"
-#include "values/TextView.h"
 
 namespace lum::detail {
 namespace {
@@ -13,27 +13,40 @@ namespace {
 bool SetLeaf(CAttributeMap& node, unsigned int flags, const CString& text) {
   const CString& name = node.Mnemonic();
   node.SetFlags(flags);
-  std::unique_ptr<CLumType> value;
   if (View(name).starts_with(L'@')) {
-    value = std::make_unique<CLumName>();
-  } else if (const CAttribDefRec* definition =
-                 CAttribDefMap::GetAttribDefMap().GetAttribDefRec(name);
-             definition != nullptr && definition->DefaultValue() != nullptr) {
-    value.reset(definition->DefaultValue()->MakeCopy());
-  } else {
-    NodeAccess::SetValue(node, std::make_unique<CLumAnything>(text));
-    return true;
+    NodeAccess::SetValue(node, std::make_unique<CLumName>());
+    return node.Value().SetValueStr(text);
   }
-  const bool accepted = value->SetValueStr(text);
-  NodeAccess::SetValue(node, std::move(value));
-  return accepted;
+  const CAttribDefRec* definition = CAttribDefMap::GetAttribDefMap().GetAttribDefRec(name);
+  if (definition != nullptr && definition->DefaultValue() != nullptr) {
+    NodeAccess::SetValueCopy(node, *definition->DefaultValue());
+    return node.Value().SetValueStr(text);
+  }
+  NodeAccess::SetValue(node, std::make_unique<CLumAnything>(text));
+  return true;
 }
 
 }  // namespace
 
+const CString& CNameCache::Get(std::wstring_view name) {
+  constexpr std::size_t kSpread = 31;
+  std::size_t place = name.size();
+  if (!name.empty()) {
+    place += kSpread * (static_cast<std::size_t>(name.front()) +
+                        kSpread * (static_cast<std::size_t>(name[name.size() / 2]) +
+                                   kSpread * static_cast<std::size_t>(name.back())));
+  }
+  CString& cached = m_names[place % m_names.size()];
+  if (View(cached) != name) {
+    cached = ToCString(name);
+  }
+  return cached;
+}
+
 bool CTreeInserter::Insert(std::wstring_view path, unsigned int flags, const CString& text) {
   CKeyPath rest(path);
-  CAttributeMap& deepest = DescendExisting(rest);
+  CAttributeMap& start = LastCommonGroup(rest);
+  CAttributeMap& deepest = DescendExisting(start, rest);
   if (!TakePlaceholders(deepest, rest)) {
     return false;
   }
@@ -41,25 +54,50 @@ bool CTreeInserter::Insert(std::wstring_view path, unsigned int flags, const CSt
   return leaf != nullptr && SetLeaf(*leaf, flags, text);
 }
 
+/// The deepest group that the path shares with that of the item before, to which it goes on.
+CAttributeMap& CTreeInserter::LastCommonGroup(CKeyPath& path) {
+  const std::wstring_view whole = path.Rest();
+  const auto common = static_cast<std::size_t>(
+      std::mismatch(whole.begin(), whole.end(), m_lastPath.begin(), m_lastPath.end()).first -
+      whole.begin());
+  while (!m_steps.empty() && m_steps.back().end > common) {
+    m_steps.pop_back();
+  }
+  m_lastPath.resize(common);
+  m_lastPath += whole.substr(common);
+  if (m_steps.empty()) {
+    return m_root;
+  }
+  path = CKeyPath(whole.substr(m_steps.back().end));
+  return *m_steps.back().group;
+}
+
+void CTreeInserter::NoteStep(const CKeyPath& path, CAttributeMap& group) {
+  if (!path.AtEnd()) {
+    m_steps.push_back({m_lastPath.size() - path.Rest().size(), &group});
+  }
+}
+
 /// Follows a path as far as its nodes exist and takes what was followed off it.
-CAttributeMap& CTreeInserter::DescendExisting(CKeyPath& path) {
-  CAttributeMap* node = &m_root;
+CAttributeMap& CTreeInserter::DescendExisting(CAttributeMap& start, CKeyPath& path) {
+  CAttributeMap* node = &start;
   while (!path.AtEnd()) {
     CKeyPath rest = path;
     const CKeyPiece piece = rest.Next();
-    CAttributeMap* child = IndexOf(*node).Find(piece.name, piece.occurrence);
+    CAttributeMap* child = NodeAccess::FindChild(*node, piece.name, piece.occurrence);
     if (child == nullptr) {
       break;
     }
     node = child;
     path = rest;
+    NoteStep(path, *node);
   }
   return *node;
 }
 
 /// Counts the placeholders that the rest of a path needs below `node`, where its first piece is
 /// missing, and takes them off what this load may still create.
-bool CTreeInserter::TakePlaceholders(CAttributeMap& node, CKeyPath path) {
+bool CTreeInserter::TakePlaceholders(const CAttributeMap& node, CKeyPath path) {
   long long needed = 0;
   bool first = true;
   while (!path.AtEnd()) {
@@ -67,8 +105,9 @@ bool CTreeInserter::TakePlaceholders(CAttributeMap& node, CKeyPath path) {
     if (piece.occurrence < 0) {
       break;
     }
-    const bool mayHaveSome = first && piece.occurrence > 0;
-    needed += piece.occurrence - (mayHaveSome ? IndexOf(node).Count(piece.name) : 0);
+    if (piece.occurrence > 0) {
+      needed += piece.occurrence - (first ? NodeAccess::CountChildren(node, piece.name) : 0);
+    }
     first = false;
   }
   if (needed > m_placeholdersLeft) {
@@ -86,18 +125,10 @@ CAttributeMap* CTreeInserter::CreateMissing(CAttributeMap& node, CKeyPath path) 
     if (piece.occurrence < 0) {
       return nullptr;
     }
-    created = &CreateChild(*created, IndexOf(*created), piece.name, piece.occurrence);
+    created = &NodeAccess::CreateChild(*created, m_names.Get(piece.name), piece.occurrence);
+    NoteStep(path, *created);
   }
   return created;
-}
-
-/// Indexes of large parents are kept for the whole load; small ones are scanned.
-CChildIndex& CTreeInserter::IndexOf(const CAttributeMap& parent) {
-  if (NodeAccess::Children(parent).size() <= kScannedChildren) {
-    m_smallIndex = CChildIndex(parent);
-    return m_smallIndex;
-  }
-  return m_indexes.try_emplace(&parent, parent).first->second;
 }
 
 }  // namespace lum::detail

@@ -1,13 +1,25 @@
 // Library-internal: puts read items into a tree, for the duration of one load.
 #pragma once
 
+#include <array>
+#include <string>
 #include <string_view>
-#include <unordered_map>
+#include <vector>
 
-#include "attributes/ChildIndex.h"
 #include "attributes/ItemCodec.h"
+#include "attributes/NodeAccess.h"
 
 namespace lum::detail {
+
+/// Texts that come again and again are made once: nodes of one name share it.
+class CNameCache {
+ public:
+  /// The name as a string; valid until the next call.
+  const CString& Get(std::wstring_view name);
+
+ private:
+  std::array<CString, 256> m_names;  ///< Each at the place that its characters name.
+};
 
 /// Makes or finds the node of each item below one root and sets it. While an inserter exists,
 /// nothing else may change the tree.
@@ -23,15 +35,23 @@ class CTreeInserter {
   bool Insert(const CAttributeItem& item) { return Insert(item.path, item.flags, item.text); }
 
  private:
-  CChildIndex& IndexOf(const CAttributeMap& parent);
-  CAttributeMap& DescendExisting(CKeyPath& path);
-  bool TakePlaceholders(CAttributeMap& node, CKeyPath path);
+  /// A group on the path of the item before: items of one group mostly follow each other.
+  struct Step {
+    std::size_t end;  ///< Of the group's part of the path, with the dot.
+    CAttributeMap* group;
+  };
+
+  CAttributeMap& LastCommonGroup(CKeyPath& path);
+  CAttributeMap& DescendExisting(CAttributeMap& start, CKeyPath& path);
+  bool TakePlaceholders(const CAttributeMap& node, CKeyPath path);
   CAttributeMap* CreateMissing(CAttributeMap& node, CKeyPath path);
+  void NoteStep(const CKeyPath& path, CAttributeMap& group);
 
   CAttributeMap& m_root;
   long long m_placeholdersLeft = kMaxPlaceholdersPerLoad;
-  std::unordered_map<const CAttributeMap*, CChildIndex> m_indexes;
-  CChildIndex m_smallIndex{m_root};
+  std::wstring m_lastPath;
+  std::vector<Step> m_steps;
+  CNameCache m_names;
 };
 
 }  // namespace lum::detail

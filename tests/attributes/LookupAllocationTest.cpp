@@ -22,10 +22,14 @@ TEST(LookupAllocation, CounterSeesTheLibrarysAllocations) {
 }
 #endif
 
+// Few children are never indexed; many are while they are searched for the first time.
 TEST(LookupAllocation, LookUpsOfExistingChildrenAllocateNothing) {
   CAttributeMap map;
   for (int i = 0; i < 40; ++i) {
     map.Add(i % 2 == 0 ? L"Even" : L"Odd", CLumInt(i), 0);
+  }
+  for (int search = 0; search < 40; ++search) {
+    map.Has(L"Odd", search);
   }
   map.GetAttrMap(L"Even")->Add(L"Below", CLumDouble(1.5), 0);
   const CAttributeMap& constMap = map;
@@ -54,6 +58,22 @@ TEST(LookupAllocation, LookUpsOfExistingChildrenAllocateNothing) {
   });
   EXPECT_EQ(allocated, 0);
   EXPECT_EQ(found, 14 + 1 + 0 + 0 + 1 + 0 + 202 + 0 + 20 + 19 + 0 + 0 + 3);
+}
+
+TEST(LookupAllocation, FewChildrenAreSearchedWithoutAnIndexHoweverOften) {
+  CAttributeMap map;
+  for (int i = 0; i < 16; ++i) {
+    map.Add(L"Sensor", CLumInt(i), 0);
+  }
+  const CString name(L"Sensor");
+  int found = 0;
+  const int allocated = CountAllocations([&] {
+    for (int search = 0; search < 1000; ++search) {
+      found += map.FindAttribute(name, search % 16);
+    }
+  });
+  EXPECT_EQ(allocated, 0);
+  EXPECT_EQ(found, 62 * 120 + 28);
 }
 
 }  // namespace

@@ -68,8 +68,8 @@ TEST(Layout, ValuesKeepTheirSizes) {
 
 TEST(Layout, AttributesAndDefinitionsKeepTheirSizes) {
   const TypeLayout kTypes[] = {
-      LUM_LAYOUT(CAttributeRec, 40, 8),
-      LUM_LAYOUT(CAttributeMap, 72, 8),
+      LUM_LAYOUT(CAttributeRec, 48, 8),
+      LUM_LAYOUT(CAttributeMap, 56, 8),
       LUM_LAYOUT(CAttributeRec::FLAGS, 4, 4),
       LUM_LAYOUT(CAttributeMap::OVERLOAD_FLAGS, 4, 4),
       LUM_LAYOUT(CAttribDefRec, 96, 8),
