@@ -7,40 +7,30 @@
 namespace lum::detail {
 namespace {
 
-/// Mixes the bytes of the characters in, eight at a time.
-std::uint64_t HashBytes(std::wstring_view text) noexcept {
+/// Mixes the characters in, eight bytes at a time.
+std::uint32_t HashName(std::wstring_view name) noexcept {
   constexpr std::uint64_t kSpread = 0x9E3779B97F4A7C15;
   constexpr std::size_t kStep = sizeof(std::uint64_t) / sizeof(wchar_t);
-  std::uint64_t hash = text.size();
-  for (; text.size() >= kStep; text.remove_prefix(kStep)) {
-    std::uint64_t bytes = 0;
-    std::memcpy(&bytes, text.data(), sizeof bytes);
-    hash = (hash ^ bytes) * kSpread;
+  const wchar_t* at = name.data();
+  const wchar_t* const end = at + name.size();
+  std::uint64_t hash = name.size();
+  const auto mixIn = [&hash](std::uint64_t bits) {
+    hash = (hash ^ bits) * kSpread;
     hash ^= hash >> 32;
+  };
+  for (; end - at >= static_cast<std::ptrdiff_t>(kStep); at += kStep) {
+    std::uint64_t bits = 0;
+    std::memcpy(&bits, at, sizeof bits);
+    mixIn(bits);
   }
-  for (const wchar_t ch : text) {
-    hash = (hash ^ static_cast<std::uint64_t>(ch)) * kSpread;
-    hash ^= hash >> 32;
+  for (; at != end; ++at) {
+    mixIn(static_cast<std::uint64_t>(*at));
   }
-  return hash;
+  return static_cast<std::uint32_t>(hash);
 }
 
-/// Names are often numbered and used in their order. Those that differ in the last character but
-/// one alone get neighbouring hashes, up to sixteen, so that a pass over many finds several in each
-/// piece of memory that it touches.
-std::uint32_t HashName(std::wstring_view name) noexcept {
-  constexpr std::uint32_t kNeighbours = 16;
-  constexpr std::uint32_t kSpread = 0x9E3779B1;
-  if (name.size() < 2) {
-    return static_cast<std::uint32_t>(HashBytes(name));
-  }
-  const auto front = static_cast<std::uint32_t>(HashBytes(name.substr(0, name.size() - 2)));
-  const auto lastButOne = static_cast<std::uint32_t>(name[name.size() - 2]);
-  const auto last = static_cast<std::uint32_t>(name.back());
-  return front + ((last << 17) ^ (lastButOne / kNeighbours)) * kSpread + lastButOne % kNeighbours;
-}
-
-/// Occurrences of one name are spread over the table like different names.
+/// Occurrences of one name are spread over the table like different names. The factor is odd, so no
+/// two of them have the same hash.
 std::uint32_t HashKey(std::uint32_t nameHash, int occurrence) noexcept {
   constexpr std::uint32_t kSpread = 0x85EBCA6B;
   return nameHash + static_cast<std::uint32_t>(occurrence) * kSpread;
@@ -97,10 +87,12 @@ void CChildIndex::MakeRoom(std::size_t children) {
   if (m_places.empty()) {
     m_places.reserve(children);
   }
-  if (children * 2 <= m_slots.size()) {
+  // Neighbouring slots share a cache line: a full table that fits the cache beats an empty one.
+  const std::size_t needed = children + children / 4 + 1;
+  if (needed <= m_slots.size()) {
     return;
   }
-  std::vector<Slot> smaller(std::bit_ceil(children * 2));
+  std::vector<Slot> smaller(std::bit_ceil(needed));
   smaller.swap(m_slots);
   for (const Slot& moved : smaller) {
     if (moved.pos != kFree) {
@@ -133,8 +125,9 @@ std::size_t CChildIndex::SlotOf(Siblings siblings, std::wstring_view name, std::
   std::size_t place = hash & (m_slots.size() - 1);
   for (;; place = Next(place)) {
     const Slot& slot = m_slots[place];
-    if (slot.pos == kFree || (slot.hash == hash && m_places[slot.pos].occurrence == occurrence &&
-                              View(siblings[slot.pos]->Mnemonic()) == name)) {
+    // Of one name, only the wanted occurrence has this hash.
+    if (slot.pos == kFree ||
+        (slot.hash == hash && View(siblings[slot.pos]->Mnemonic()) == name)) {
       return place;
     }
   }

@@ -55,7 +55,7 @@ class CChildIndex {
   std::size_t Next(std::size_t place) const noexcept { return (place + 1) & (m_slots.size() - 1); }
 
   std::vector<Place> m_places;  ///< Of the children that are indexed.
-  std::vector<Slot> m_slots;    ///< A power of two, at least half of them free.
+  std::vector<Slot> m_slots;    ///< A power of two, at least a fifth of them free.
 };
 
 }  // namespace lum::detail
