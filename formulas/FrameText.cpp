@@ -1,9 +1,5 @@
 #include "formulas/FrameText.h"
 
-#include <algorithm>
-
-#include "values/NumberScan.h"
-
 namespace lum::detail {
 namespace {
 
@@ -25,6 +21,14 @@ int HexOf(std::string_view run) {
 }
 
 }  // namespace
+
+bool IsSolid(std::string_view text) {
+  bool isSolid = true;
+  for (const char ch : text) {
+    isSolid &= static_cast<unsigned char>(ch) >= '.';
+  }
+  return isSolid;
+}
 
 std::string_view CFrameText::TakeRun(std::size_t width) {
   SkipBlanks(m_rest);

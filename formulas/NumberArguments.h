@@ -1,7 +1,9 @@
 // Library-internal: how the operations of formulas read their number arguments.
 #pragma once
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -11,12 +13,21 @@
 
 namespace lum::detail {
 
+/// Reads what is no double. False, with `number` untouched, when the argument holds no number.
+bool ReadOtherNumber(const CLumType& argument, double& number);
+
 /// Reads a number argument: a double or, where GetDouble is refused, another number kind. False,
 /// with `number` untouched, when the argument holds none.
-bool ReadNumber(const CLumType& argument, double& number);
+inline bool ReadNumber(const CLumType& argument, double& number) {
+  return argument.GetDouble(number) != 0 || ReadOtherNumber(argument, number);
+}
 
 /// The argument's number, 0.0 when it holds none.
-double NumberOrZero(const CLumType& argument);
+inline double NumberOrZero(const CLumType& argument) {
+  double number = 0.0;
+  ReadNumber(argument, number);
+  return number;
+}
 
 /// Sets the result to what the function makes of the arguments' numbers, one parameter for each,
 /// and returns 1. They are read in order; at the first that holds no number it returns 0, with the
@@ -34,8 +45,14 @@ int Compute(double& result, Function function, const Arguments&... arguments) {
 
 /// A number as an integer, truncated toward zero. Nothing for not-a-number and infinities. What is
 /// beyond any length, place or code comes out as kFarAway or its negative.
-std::optional<std::int64_t> ToInteger(double number);
 inline constexpr std::int64_t kFarAway = std::int64_t{1} << 53;
+inline std::optional<std::int64_t> ToInteger(double number) {
+  if (!std::isfinite(number)) {
+    return std::nullopt;
+  }
+  constexpr auto kBound = static_cast<double>(kFarAway);
+  return static_cast<std::int64_t>(std::clamp(number, -kBound, kBound));
+}
 
 /// As ToInteger, nothing also for what a signed 32-bit integer cannot hold.
 std::optional<std::int32_t> ToInt32(double number);

@@ -1,49 +1,21 @@
 #include "formulas/RecordField.h"
 
 #include <bit>
-#include <cmath>
-
-#include "formulas/NumberArguments.h"
+#include <cstddef>
 
 namespace lum::detail {
+namespace {
 
-FieldCode ToFieldCode(double code) {
-  const std::optional<std::int64_t> type = ToInteger(std::abs(code));
-  if (!type || *type > static_cast<int>(FieldType::kInt64)) {
-    return {};
+// The first `size` bytes of a word, the first of them in the high bits.
+std::uint64_t ReverseBytes(std::uint64_t word, std::size_t size) {
+  std::uint64_t reversed = 0;
+  for (std::size_t place = 0; place < kMostFieldBytes; ++place) {
+    reversed = reversed << 8 | (word >> (8 * place) & 0xFF);
   }
-  return {static_cast<FieldType>(*type), code < 0.0};
+  return reversed >> (8 * (kMostFieldBytes - size));
 }
 
-int FieldSize(FieldType type) {
-  switch (type) {
-    case FieldType::kInt8:
-    case FieldType::kUInt8:
-      return 1;
-    case FieldType::kInt16:
-    case FieldType::kUInt16:
-      return 2;
-    case FieldType::kInt32:
-    case FieldType::kUInt32:
-    case FieldType::kFloat:
-      return 4;
-    case FieldType::kDouble:
-    case FieldType::kInt64:
-      return 8;
-    default:
-      return 0;
-  }
-}
-
-std::uint64_t AssembleBits(std::string_view bytes, bool isReversed) {
-  std::uint64_t bits = 0;
-  for (std::size_t i = 0; i < bytes.size(); ++i) {
-    // From the most significant byte down.
-    const std::size_t place = isReversed ? i : bytes.size() - 1 - i;
-    bits = bits << 8 | static_cast<unsigned char>(bytes[place]);
-  }
-  return bits;
-}
+}  // namespace
 
 double FieldValue(FieldType type, std::uint64_t bits) {
   switch (type) {
@@ -70,12 +42,13 @@ double FieldValue(FieldType type, std::uint64_t bits) {
   }
 }
 
-std::optional<double> ReadField(std::string_view bytes, FieldCode code) {
-  const auto size = static_cast<std::size_t>(FieldSize(code.type));
-  if (size == 0 || bytes.size() < size) {
-    return std::nullopt;
+bool ReadField(const FieldBytes& bytes, FieldCode code, double& number) {
+  const std::size_t size = FieldSize(code.type);
+  if (size == 0 || bytes.count < size) {
+    return false;
   }
-  return FieldValue(code.type, AssembleBits(bytes.substr(0, size), code.isReversed));
+  number = FieldValue(code.type, code.isReversed ? ReverseBytes(bytes.word, size) : bytes.word);
+  return true;
 }
 
 }  // namespace lum::detail

@@ -2,8 +2,10 @@
 // values/DoubleType.h.
 #pragma once
 
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <string_view>
 
 namespace lum::detail {
@@ -31,19 +33,45 @@ struct FieldCode {
 };
 
 /// Takes a type code apart. A code that names no type gives kNone.
-FieldCode ToFieldCode(double code);
+inline FieldCode ToFieldCode(double code) {
+  constexpr double kEnd = static_cast<int>(FieldType::kInt64) + 1;
+  const double type = std::abs(code);
+  // Not-a-number fails the comparison, too.
+  return type < kEnd ? FieldCode{static_cast<FieldType>(static_cast<int>(type)), code < 0.0}
+                     : FieldCode{};
+}
+
+inline constexpr std::size_t kMostFieldBytes = 8;
 
 /// How many bytes a binary field takes; 0 for the hexadecimal texts and for kNone.
-int FieldSize(FieldType type);
+inline std::size_t FieldSize(FieldType type) {
+  constexpr std::uint8_t kSizes[] = {0, 1, 2, 4, 4, 8, 1, 2, 4, 0, 0, 0, 8};
+  return kSizes[static_cast<std::size_t>(type)];
+}
 
-/// The bits of a field of up to 8 bytes.
-std::uint64_t AssembleBits(std::string_view bytes, bool isReversed);
+/// The first bytes of a record, as many as a field can have.
+struct FieldBytes {
+  std::uint64_t word = 0;  ///< Byte 0 in the lowest bits; the bits beyond the bytes are 0.
+  std::size_t count = 0;
+
+  void Add(std::uint8_t byte) { word |= std::uint64_t{byte} << (8 * count++); }
+};
+
+/// The bytes that the record begins with.
+inline FieldBytes LoadFieldBytes(std::string_view record) {
+  FieldBytes bytes;
+  const std::size_t count = std::min(record.size(), kMostFieldBytes);
+  while (bytes.count < count) {
+    bytes.Add(static_cast<std::uint8_t>(record[bytes.count]));
+  }
+  return bytes;
+}
 
 /// The number that a binary field's low bits stand for. Precondition: FieldSize(type) is not 0.
 double FieldValue(FieldType type, std::uint64_t bits);
 
-/// The binary field that the bytes begin with. Nothing when the code names none, or the bytes do
-/// not hold all of it.
-std::optional<double> ReadField(std::string_view bytes, FieldCode code);
+/// Reads the binary field that the bytes begin with. False, with `number` untouched, when the code
+/// names none, or the bytes do not hold all of it.
+bool ReadField(const FieldBytes& bytes, FieldCode code, double& number);
 
 }  // namespace lum::detail
