@@ -18,6 +18,7 @@ namespace {
 using lum::detail::FieldBytes;
 using lum::detail::FieldCode;
 using lum::detail::FieldType;
+using lum::detail::ReadField;
 
 // The binary field whose bits a hexadecimal text holds.
 FieldType TypeOfHexText(FieldType type) {
@@ -36,16 +37,12 @@ FieldType TypeOfHexText(FieldType type) {
 bool ReadHexText(std::string_view text, FieldCode code, double& number) {
   unsigned int bits = 0;
   return lum::detail::ScanHex(text, bits) &&
-         lum::detail::ReadField(FieldBytes{bits, sizeof bits}, code, number);
+         ReadField(FieldBytes{bits, sizeof bits}, {TypeOfHexText(code.type), code.isReversed}, number);
 }
 
 bool ReadRecord(std::string_view record, FieldCode code, double& number) {
-  const FieldType textType = TypeOfHexText(code.type);
-  if (textType != FieldType::kNone) {
-    return ReadHexText(record, {textType, code.isReversed}, number);
-  }
-  return code.type != FieldType::kInt64 &&
-         lum::detail::ReadField(lum::detail::LoadFieldBytes(record), code, number);
+  return code.type < FieldType::kHexUInt32 ? ReadField(record, code, number)
+                                           : ReadHexText(record, code, number);
 }
 
 }  // namespace

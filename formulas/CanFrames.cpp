@@ -20,22 +20,29 @@ namespace {
 using lum::detail::CFrameText;
 using lum::detail::FieldBytes;
 using lum::detail::FieldCode;
+using lum::detail::FieldSize;
 using lum::detail::FieldType;
 using lum::detail::kMostFieldBytes;
 using lum::detail::ReadField;
 
 // ---- Data bytes
 
-// Reads `count` data bytes, all of them, and keeps those of a field that begins at the place
-// `first`. Nothing when the text runs out before.
-std::optional<FieldBytes> ReadData(CFrameText text, std::int64_t count, std::int64_t first) {
+// The data bytes that are wanted of a frame.
+struct Part {
+  std::int64_t first;
+  std::size_t count;  // At most as many as a field can have.
+};
+
+// Reads `count` data bytes, all of them, and keeps those that are wanted. Nothing when the text runs
+// out before.
+std::optional<FieldBytes> ReadData(CFrameText text, std::int64_t count, Part wanted) {
   FieldBytes bytes;
   for (std::int64_t place = 0; place < count; ++place) {
     const int byte = text.TakeHex(2);
     if (byte == -1) {
       return std::nullopt;
     }
-    if (place >= first && bytes.count < kMostFieldBytes) {
+    if (place >= wanted.first && bytes.count < wanted.count) {
       bytes.Add(static_cast<std::uint8_t>(byte));
     }
   }
@@ -43,16 +50,16 @@ std::optional<FieldBytes> ReadData(CFrameText text, std::int64_t count, std::int
 }
 
 // As ReadData of a text that is solid and holds exactly the data: the bytes stand side by side, so
-// only those of the field are read.
-FieldBytes ReadSolidData(std::string_view data, std::int64_t first) {
+// only those that are wanted are read.
+FieldBytes ReadSolidData(std::string_view data, Part wanted) {
   const auto count = static_cast<std::int64_t>(data.size() / 2);
   FieldBytes bytes;
-  if (first < 0 || first >= count) {
+  if (wanted.first < 0 || wanted.first >= count) {
     return bytes;
   }
-  data.remove_prefix(2 * static_cast<std::size_t>(first));
-  const std::size_t wanted = std::min(data.size() / 2, kMostFieldBytes);
-  while (bytes.count < wanted) {
+  data.remove_prefix(2 * static_cast<std::size_t>(wanted.first));
+  const std::size_t last = std::min(data.size() / 2, wanted.count);
+  while (bytes.count < last) {
     bytes.Add(lum::detail::HexByte(data[2 * bytes.count], data[2 * bytes.count + 1]));
   }
   return bytes;
@@ -71,7 +78,7 @@ constexpr int kMostCanBytes = 8;
 
 // As ReadCanData of a frame that is solid as far as it is used. Nothing for any other.
 std::optional<FieldBytes> ReadSolidCanData(std::string_view frame, std::size_t identifierLength,
-                                           std::int64_t first) {
+                                           Part wanted) {
   if (frame.size() <= identifierLength) {
     return std::nullopt;
   }
@@ -82,23 +89,23 @@ std::optional<FieldBytes> ReadSolidCanData(std::string_view frame, std::size_t i
   if (frame.size() < end || !lum::detail::IsSolid(frame.substr(0, end))) {
     return std::nullopt;
   }
-  return ReadSolidData(frame.substr(dataPlace, end - dataPlace), first);
+  return ReadSolidData(frame.substr(dataPlace, end - dataPlace), wanted);
 }
 
-// The data of a CAN frame from the place `first` on.
-std::optional<FieldBytes> ReadCanData(std::string_view frame, std::int64_t first) {
+// The data of a CAN frame.
+std::optional<FieldBytes> ReadCanData(std::string_view frame, Part wanted) {
   const std::size_t identifierLength = IdentifierLength(frame);
-  if (const auto bytes = ReadSolidCanData(frame, identifierLength, first)) {
+  if (const auto bytes = ReadSolidCanData(frame, identifierLength, wanted)) {
     return bytes;
   }
   CFrameText text(frame);
   text.TakeRun(identifierLength);
   const int dataLength = text.TakeHex(1);
-  return ReadData(text, std::min(dataLength, kMostCanBytes), first);
+  return ReadData(text, std::min(dataLength, kMostCanBytes), wanted);
 }
 
-// The data of a J1939 message from the place `first` on.
-std::optional<FieldBytes> ReadJ1939Data(std::string_view message, std::int64_t first) {
+// The data of a J1939 message.
+std::optional<FieldBytes> ReadJ1939Data(std::string_view message, Part wanted) {
   constexpr std::size_t kHeaderLength = 11;
   constexpr std::size_t kLeastLength = kHeaderLength + 3;  // One byte and the last character.
   if (message.size() < kLeastLength) {
@@ -107,13 +114,13 @@ std::optional<FieldBytes> ReadJ1939Data(std::string_view message, std::int64_t f
   const std::size_t count = (message.size() - kHeaderLength - 1) / 2;
   const std::string_view used = message.substr(0, kHeaderLength + 2 * count);
   if (lum::detail::IsSolid(used)) {
-    return ReadSolidData(used.substr(kHeaderLength), first);
+    return ReadSolidData(used.substr(kHeaderLength), wanted);
   }
   CFrameText text(message);
   for (const std::size_t width : {1U, 2U, 2U, 5U, 1U}) {
     text.TakeRun(width);
   }
-  return ReadData(text, static_cast<std::int64_t>(count), first);
+  return ReadData(text, static_cast<std::int64_t>(count), wanted);
 }
 
 // ---- Bit fields
@@ -129,7 +136,7 @@ std::uint64_t CutBits(std::uint64_t word, std::int64_t length, bool isSigned) {
 // What the low bits of a bit field stand for. Two codes differ from those of whole bytes.
 std::optional<double> BitFieldValue(double code, std::uint64_t bits) {
   const auto [type, isReversed] = lum::detail::ToFieldCode(code);
-  if (isReversed || lum::detail::FieldSize(type) == 0 || type == FieldType::kInt64) {
+  if (isReversed || FieldSize(type) == 0 || type == FieldType::kInt64) {
     return std::nullopt;
   }
   if (type == FieldType::kInt8) {
@@ -166,7 +173,7 @@ int CLumDouble::CanVal(CLumType& frame, CLumType& typeCode, CLumType& startByte,
   if (!start || *start < 0 || code.type == FieldType::kInt64) {
     return Fail(m_value, lenient);
   }
-  return Finish(m_value, ReadCanData(text.View(), *start), code, lenient);
+  return Finish(m_value, ReadCanData(text.View(), {*start, FieldSize(code.type)}), code, lenient);
 }
 
 int CLumDouble::J1939Val(CLumType& message, CLumType& typeCode, CLumType& startByte, bool lenient) {
@@ -176,7 +183,7 @@ int CLumDouble::J1939Val(CLumType& message, CLumType& typeCode, CLumType& startB
   if (!start || *start < 0) {
     return Fail(m_value, lenient);
   }
-  return Finish(m_value, ReadJ1939Data(text.View(), *start), code, lenient);
+  return Finish(m_value, ReadJ1939Data(text.View(), {*start, FieldSize(code.type)}), code, lenient);
 }
 
 int CLumDouble::J1939BitsVal(CLumType& message, CLumType& typeCode, CLumType& startBit,
@@ -189,8 +196,9 @@ int CLumDouble::J1939BitsVal(CLumType& message, CLumType& typeCode, CLumType& st
   if (!std::isfinite(code) || !start || !length) {
     return Fail(m_value, lenient);
   }
-  const std::int64_t firstByte = *start / 8;
-  const std::optional<FieldBytes> bytes = ReadJ1939Data(text.View(), firstByte);
+  // The bytes that the field lies in; one at least tells whether the data reach so far.
+  const std::int64_t wanted = std::clamp<std::int64_t>((*start % 8 + *length + 7) / 8, 1, kMostFieldBytes);
+  const std::optional<FieldBytes> bytes = ReadJ1939Data(text.View(), {*start / 8, static_cast<std::size_t>(wanted)});
   if (!bytes) {
     return Fail(m_value, lenient);
   }

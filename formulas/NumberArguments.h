@@ -1,7 +1,6 @@
 // Library-internal: how the operations of formulas read their number arguments.
 #pragma once
 
-#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstddef>
@@ -47,11 +46,13 @@ int Compute(double& result, Function function, const Arguments&... arguments) {
 /// beyond any length, place or code comes out as kFarAway or its negative.
 inline constexpr std::int64_t kFarAway = std::int64_t{1} << 53;
 inline std::optional<std::int64_t> ToInteger(double number) {
+  if (std::abs(number) < static_cast<double>(kFarAway)) {
+    return static_cast<std::int64_t>(number);
+  }
   if (!std::isfinite(number)) {
     return std::nullopt;
   }
-  constexpr auto kBound = static_cast<double>(kFarAway);
-  return static_cast<std::int64_t>(std::clamp(number, -kBound, kBound));
+  return number < 0.0 ? -kFarAway : kFarAway;
 }
 
 /// As ToInteger, nothing also for what a signed 32-bit integer cannot hold.

@@ -2,7 +2,6 @@
 // values/DoubleType.h.
 #pragma once
 
-#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -45,11 +44,14 @@ inline constexpr std::size_t kMostFieldBytes = 8;
 
 /// How many bytes a binary field takes; 0 for the hexadecimal texts and for kNone.
 inline std::size_t FieldSize(FieldType type) {
-  constexpr std::uint8_t kSizes[] = {0, 1, 2, 4, 4, 8, 1, 2, 4, 0, 0, 0, 8};
+  static constexpr std::uint8_t kSizes[] = {0, 1, 2, 4, 4, 8, 1, 2, 4, 0, 0, 0, 8};
   return kSizes[static_cast<std::size_t>(type)];
 }
 
-/// The first bytes of a record, as many as a field can have.
+/// The number that a binary field's low bits stand for. Precondition: FieldSize(type) is not 0.
+double FieldValue(FieldType type, std::uint64_t bits);
+
+/// Some bytes, as many as a field can have.
 struct FieldBytes {
   std::uint64_t word = 0;  ///< Byte 0 in the lowest bits; the bits beyond the bytes are 0.
   std::size_t count = 0;
@@ -57,21 +59,9 @@ struct FieldBytes {
   void Add(std::uint8_t byte) { word |= std::uint64_t{byte} << (8 * count++); }
 };
 
-/// The bytes that the record begins with.
-inline FieldBytes LoadFieldBytes(std::string_view record) {
-  FieldBytes bytes;
-  const std::size_t count = std::min(record.size(), kMostFieldBytes);
-  while (bytes.count < count) {
-    bytes.Add(static_cast<std::uint8_t>(record[bytes.count]));
-  }
-  return bytes;
-}
-
-/// The number that a binary field's low bits stand for. Precondition: FieldSize(type) is not 0.
-double FieldValue(FieldType type, std::uint64_t bits);
-
-/// Reads the binary field that the bytes begin with. False, with `number` untouched, when the code
-/// names none, or the bytes do not hold all of it.
+/// Reads the binary field that the bytes, or those of a record, begin with. False, with `number`
+/// untouched, when the code names none, or the bytes do not hold all of it.
 bool ReadField(const FieldBytes& bytes, FieldCode code, double& number);
+bool ReadField(std::string_view record, FieldCode code, double& number);
 
 }  // namespace lum::detail
