@@ -17,6 +17,7 @@ namespace {
 
 using lum::detail::FieldBytes;
 using lum::detail::FieldCode;
+using lum::detail::FieldSize;
 using lum::detail::FieldType;
 using lum::detail::ReadField;
 
@@ -41,8 +42,10 @@ bool ReadHexText(std::string_view text, FieldCode code, double& number) {
 }
 
 bool ReadRecord(std::string_view record, FieldCode code, double& number) {
-  return code.type < FieldType::kHexUInt32 ? ReadField(record, code, number)
-                                           : ReadHexText(record, code, number);
+  if (code.type >= FieldType::kHexUInt32) {
+    return ReadHexText(record, code, number);
+  }
+  return ReadField(lum::detail::LoadField(record, FieldSize(code.type)), code, number);
 }
 
 }  // namespace

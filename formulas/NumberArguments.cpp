@@ -18,10 +18,10 @@ bool ReadAs(const CLumType& argument, double& number) {
 
 }  // namespace
 
-bool ReadOtherNumber(const CLumType& argument, double& number) {
-  return ReadAs<float>(argument, number) || ReadAs<int>(argument, number) ||
-         ReadAs<unsigned int>(argument, number) || ReadAs<std::uint64_t>(argument, number) ||
-         ReadAs<bool>(argument, number);
+bool ReadByAccessors(const CLumType& argument, double& number) {
+  return argument.GetDouble(number) != 0 || ReadAs<float>(argument, number) ||
+         ReadAs<int>(argument, number) || ReadAs<unsigned int>(argument, number) ||
+         ReadAs<std::uint64_t>(argument, number) || ReadAs<bool>(argument, number);
 }
 
 std::optional<std::int32_t> ToInt32(double number) {

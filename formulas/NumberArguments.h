@@ -8,17 +8,19 @@
 #include <optional>
 #include <tuple>
 
+#include "values/HeldValue.h"
 #include "values/LumTypeBase.h"
 
 namespace lum::detail {
 
-/// Reads what is no double. False, with `number` untouched, when the argument holds no number.
-bool ReadOtherNumber(const CLumType& argument, double& number);
+/// As ReadNumber of any kind.
+bool ReadByAccessors(const CLumType& argument, double& number);
 
 /// Reads a number argument: a double or, where GetDouble is refused, another number kind. False,
 /// with `number` untouched, when the argument holds none.
 inline bool ReadNumber(const CLumType& argument, double& number) {
-  return argument.GetDouble(number) != 0 || ReadOtherNumber(argument, number);
+  return ReadHeld<CLumDouble>(argument, number) || ReadHeld<CLumInt>(argument, number) ||
+         ReadByAccessors(argument, number);
 }
 
 /// The argument's number, 0.0 when it holds none.

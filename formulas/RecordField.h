@@ -2,6 +2,7 @@
 // values/DoubleType.h.
 #pragma once
 
+#include <bit>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -48,20 +49,63 @@ inline std::size_t FieldSize(FieldType type) {
   return kSizes[static_cast<std::size_t>(type)];
 }
 
-/// The number that a binary field's low bits stand for. Precondition: FieldSize(type) is not 0.
-double FieldValue(FieldType type, std::uint64_t bits);
-
 /// Some bytes, as many as a field can have.
 struct FieldBytes {
-  std::uint64_t word = 0;  ///< Byte 0 in the lowest bits; the bits beyond the bytes are 0.
+  std::uint64_t word = 0;  ///< Byte 0 in the lowest bits.
   std::size_t count = 0;
 
   void Add(std::uint8_t byte) { word |= std::uint64_t{byte} << (8 * count++); }
 };
 
-/// Reads the binary field that the bytes, or those of a record, begin with. False, with `number`
-/// untouched, when the code names none, or the bytes do not hold all of it.
-bool ReadField(const FieldBytes& bytes, FieldCode code, double& number);
-bool ReadField(std::string_view record, FieldCode code, double& number);
+/// The bytes of a record's first field, which has `size` of them; none when there are not so many.
+inline FieldBytes LoadField(std::string_view record, std::size_t size) {
+  if (size == 0 || record.size() < size) {
+    return {};
+  }
+  // The size is a power of two. Taking the bytes again and again up to the end of the word is faster
+  // than jumping to a load of each size, and what is beyond the field does not count.
+  FieldBytes bytes;
+  while (bytes.count < kMostFieldBytes) {
+    bytes.Add(static_cast<std::uint8_t>(record[bytes.count & (size - 1)]));
+  }
+  return bytes;
+}
+
+/// A word's bytes in the opposite order.
+inline std::uint64_t ReverseBytes(std::uint64_t word) {
+  std::uint64_t reversed = 0;
+  for (std::size_t place = 0; place < kMostFieldBytes; ++place) {
+    reversed = reversed << 8 | (word >> (8 * place) & 0xFF);
+  }
+  return reversed;
+}
+
+/// The number that a binary field's low bits stand for. Precondition: FieldSize(type) is not 0.
+inline double FieldValue(FieldType type, std::uint64_t bits) {
+  if (type == FieldType::kDouble) {
+    return std::bit_cast<double>(bits);
+  }
+  if (type == FieldType::kFloat) {
+    return static_cast<double>(std::bit_cast<float>(static_cast<std::uint32_t>(bits)));
+  }
+  // An integer's top bit is brought to that of the word, and down again, copied if it is a sign.
+  const std::size_t shift = 8 * (kMostFieldBytes - FieldSize(type));
+  const std::uint64_t raised = bits << shift;
+  const bool isSigned = type <= FieldType::kInt32 || type == FieldType::kInt64;
+  return static_cast<double>(isSigned ? static_cast<std::int64_t>(raised) >> shift
+                                      : static_cast<std::int64_t>(raised >> shift));
+}
+
+/// Reads the binary field that the bytes begin with. False, with `number` untouched, when the code
+/// names none, or the bytes do not hold all of it.
+inline bool ReadField(const FieldBytes& bytes, FieldCode code, double& number) {
+  const std::size_t size = FieldSize(code.type);
+  if (size == 0 || bytes.count < size) {
+    return false;
+  }
+  const std::uint64_t reversed = ReverseBytes(bytes.word) >> (8 * (kMostFieldBytes - size));
+  number = FieldValue(code.type, code.isReversed ? reversed : bytes.word);
+  return true;
+}
 
 }  // namespace lum::detail

@@ -25,7 +25,7 @@ template <typename Ch>
 bool CTextArgument<Ch>::CopyShort(const CLumType& argument) {
   using OtherChar = std::conditional_t<std::is_same_v<Ch, char>, wchar_t, char>;
   std::basic_string_view<OtherChar> text;
-  if (!ViewHeldText<ConvertingKind<Ch>>(argument, text) || text.size() > kMostShort) {
+  if (!ReadHeld<ConvertingKind<Ch>>(argument, text) || text.size() > kMostShort) {
     return false;
   }
   const auto isAscii = [](OtherChar ch) { return ch >= 0 && ch < 0x80; };

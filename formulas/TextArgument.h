@@ -4,7 +4,7 @@
 #include <string_view>
 #include <type_traits>
 
-#include "values/HeldText.h"
+#include "values/HeldValue.h"
 #include "values/LumTypeBase.h"
 
 namespace lum::detail {
@@ -39,10 +39,10 @@ class CTextArgument {
 
   bool ViewHeld(const CLumType& argument) {
     if constexpr (std::is_same_v<Ch, char>) {
-      return ViewHeldText<CLumIoName>(argument, m_view);
+      return ReadHeld<CLumIoName>(argument, m_view);
     } else {
-      return ViewHeldText<CLumName>(argument, m_view) ||
-             ViewHeldText<CLumAnything>(argument, m_view);
+      return ReadHeld<CLumName>(argument, m_view) ||
+             ReadHeld<CLumAnything>(argument, m_view);
     }
   }
   void Fetch(const CLumType& argument);

@@ -4,7 +4,7 @@
 #include "values/LumTypeBase.h"
 
 namespace lum::detail {
-class CHeldText;
+class CHeldValue;
 }
 
 /// Holds a text and answers every typed getter by reading it, every typed setter by writing the
@@ -64,7 +64,7 @@ class LUM_ATTRIBUTES_API CLumAnything : public CLumType {
   int SetNameArray(const std::vector<CString>& names) override;
 
  private:
-  friend class lum::detail::CHeldText;
+  friend class lum::detail::CHeldValue;
 
   CString m_text;
 };

@@ -4,7 +4,7 @@
 #include "values/LumTypeBase.h"
 
 namespace lum::detail {
-class CHeldText;
+class CHeldValue;
 }
 
 /// A wide text. Appending another value appends its wide name, if it has one.
@@ -34,7 +34,7 @@ class LUM_ATTRIBUTES_API CLumName : public CLumType {
   CLumName operator+(const CLumName& other) const { return CLumName(m_name + other.m_name); }
 
  private:
-  friend class lum::detail::CHeldText;
+  friend class lum::detail::CHeldValue;
 
   CString m_name;
 };
@@ -67,7 +67,7 @@ class LUM_ATTRIBUTES_API CLumIoName : public CLumType {
   CLumIoName operator+(const CLumIoName& other) const { return CLumIoName(m_name + other.m_name); }
 
  private:
-  friend class lum::detail::CHeldText;
+  friend class lum::detail::CHeldValue;
 
   CStringA m_name;
 };
