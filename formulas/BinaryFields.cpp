@@ -15,7 +15,9 @@ using lum::detail::NumberOrZero;
 
 namespace {
 
+using lum::detail::FieldBytes;
 using lum::detail::FieldCode;
+using lum::detail::FieldSize;
 using lum::detail::FieldType;
 using lum::detail::ReadField;
 
@@ -33,23 +35,17 @@ FieldType TypeOfHexText(FieldType type) {
   }
 }
 
-std::optional<double> ReadHexText(std::string_view text, FieldCode code) {
-  unsigned int number = 0;
-  if (!lum::detail::ScanHex(text, number)) {
-    return std::nullopt;
-  }
-  // A record of the number, least significant byte first.
-  const char bytes[] = {static_cast<char>(number), static_cast<char>(number >> 8),
-                        static_cast<char>(number >> 16), static_cast<char>(number >> 24)};
-  return ReadField({bytes, sizeof bytes}, code);
+bool ReadHexText(std::string_view text, FieldCode code, double& number) {
+  unsigned int bits = 0;
+  return lum::detail::ScanHex(text, bits) &&
+         ReadField(FieldBytes{bits, sizeof bits}, {TypeOfHexText(code.type), code.isReversed}, number);
 }
 
-std::optional<double> ReadRecord(std::string_view record, FieldCode code) {
-  const FieldType textType = TypeOfHexText(code.type);
-  if (textType != FieldType::kNone) {
-    return ReadHexText(record, {textType, code.isReversed});
+bool ReadRecord(std::string_view record, FieldCode code, double& number) {
+  if (code.type >= FieldType::kHexUInt32) {
+    return ReadHexText(record, code, number);
   }
-  return code.type == FieldType::kInt64 ? std::nullopt : ReadField(record, code);
+  return ReadField(lum::detail::LoadField(record, FieldSize(code.type)), code, number);
 }
 
 }  // namespace
@@ -57,12 +53,7 @@ std::optional<double> ReadRecord(std::string_view record, FieldCode code) {
 int CLumDouble::BinVal(CLumType& record, CLumType& typeCode, bool lenient) {
   const CByteText bytes(record);
   const FieldCode code = lum::detail::ToFieldCode(NumberOrZero(typeCode));
-  const std::optional<double> number = ReadRecord(bytes.View(), code);
-  if (!number) {
-    return lenient ? 1 : 0;
-  }
-  m_value = *number;
-  return 1;
+  return ReadRecord(bytes.View(), code, m_value) || lenient ? 1 : 0;
 }
 
 int CLumDouble::BitVal(CLumType& value, CLumType& bit) {

@@ -1,8 +1,6 @@
 #include "formulas/FrameText.h"
 
-#include <algorithm>
-
-#include "values/NumberScan.h"
+#include <cstring>
 
 namespace lum::detail {
 namespace {
@@ -25,6 +23,29 @@ int HexOf(std::string_view run) {
 }
 
 }  // namespace
+
+bool IsSolid(std::string_view text) {
+  constexpr std::size_t kBlock = sizeof(std::uint64_t);
+  constexpr std::uint64_t kOnes = 0x0101010101010101;
+  constexpr std::uint64_t kHighBits = 0x80 * kOnes;
+  // Carries an ASCII character's high bit for '.' and what stands behind it.
+  constexpr std::uint64_t kAddend = (0x80 - '.') * kOnes;
+  if (text.size() < kBlock) {
+    return false;
+  }
+  std::uint64_t broken = 0;
+  const auto check = [&broken](const char* block) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, block, kBlock);
+    // A character that carries into its neighbour has its own high bit set.
+    broken |= word | ~(word + kAddend);
+  };
+  for (std::size_t place = 0; place + kBlock < text.size(); place += kBlock) {
+    check(text.data() + place);
+  }
+  check(text.data() + text.size() - kBlock);
+  return (broken & kHighBits) == 0;
+}
 
 std::string_view CFrameText::TakeRun(std::size_t width) {
   SkipBlanks(m_rest);

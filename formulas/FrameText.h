@@ -2,9 +2,25 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 
+#include "values/NumberScan.h"
+
 namespace lum::detail {
+
+/// Whether a text has neither blanks nor signs, so that its runs are where their widths put them
+/// and hold no "-1". Says no of some such texts, too: every character must stand behind both in the
+/// code, as digits, letters and the point do.
+bool IsSolid(std::string_view text);
+
+/// As CFrameText::TakeHex of a run of two characters without a sign.
+inline std::uint8_t HexByte(char first, char second) {
+  const int high = HexDigit(first);
+  const int low = HexDigit(second);
+  const int number = low < 0 ? high : high * 16 + low;
+  return static_cast<std::uint8_t>(high < 0 ? 0 : number);
+}
 
 /// Takes a text apart into runs of characters, as extraction from a stream with a width does.
 class CFrameText {

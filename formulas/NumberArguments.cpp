@@ -1,7 +1,5 @@
 #include "formulas/NumberArguments.h"
 
-#include <algorithm>
-#include <cmath>
 #include <limits>
 
 namespace lum::detail {
@@ -20,24 +18,10 @@ bool ReadAs(const CLumType& argument, double& number) {
 
 }  // namespace
 
-bool ReadNumber(const CLumType& argument, double& number) {
+bool ReadByAccessors(const CLumType& argument, double& number) {
   return argument.GetDouble(number) != 0 || ReadAs<float>(argument, number) ||
          ReadAs<int>(argument, number) || ReadAs<unsigned int>(argument, number) ||
          ReadAs<std::uint64_t>(argument, number) || ReadAs<bool>(argument, number);
-}
-
-double NumberOrZero(const CLumType& argument) {
-  double number = 0.0;
-  ReadNumber(argument, number);
-  return number;
-}
-
-std::optional<std::int64_t> ToInteger(double number) {
-  if (!std::isfinite(number)) {
-    return std::nullopt;
-  }
-  constexpr auto kBound = static_cast<double>(kFarAway);
-  return static_cast<std::int64_t>(std::clamp(number, -kBound, kBound));
 }
 
 std::optional<std::int32_t> ToInt32(double number) {

@@ -1,10 +1,6 @@
 #include "formulas/TextArgument.h"
 
 #include <algorithm>
-#include <typeinfo>
-
-#include "values/FreeFormType.h"
-#include "values/NameTypes.h"
 
 namespace lum::detail {
 namespace {
@@ -15,31 +11,30 @@ using ConvertingKind = std::conditional_t<std::is_same_v<Ch, char>, CLumAnything
 
 }  // namespace
 
+// Called when the text is not one to be viewed.
 template <typename Ch>
-CTextArgument<Ch>::CTextArgument(const CLumType& argument) {
-  if (typeid(argument) == typeid(ConvertingKind<Ch>) && CopyShort(argument)) {
-    m_hasText = true;
-    return;
+void CTextArgument<Ch>::Fetch(const CLumType& argument) {
+  if (!CopyShort(argument)) {
+    m_hasText = argument.GetName(m_text) != 0;
+    m_view = lum::detail::View(m_text);
   }
-  m_hasText = argument.GetName(m_text) != 0;
-  m_view = {m_text.GetString(), static_cast<std::size_t>(m_text.GetLength())};
 }
 
 // ASCII characters alone are the same in both widths.
 template <typename Ch>
 bool CTextArgument<Ch>::CopyShort(const CLumType& argument) {
   using OtherChar = std::conditional_t<std::is_same_v<Ch, char>, wchar_t, char>;
-  StringOf<OtherChar> text;
-  if (argument.GetName(text) == 0 || text.GetLength() > kMostShort) {
+  std::basic_string_view<OtherChar> text;
+  if (!ReadHeld<ConvertingKind<Ch>>(argument, text) || text.size() > kMostShort) {
     return false;
   }
-  const OtherChar* const end = text.GetString() + text.GetLength();
   const auto isAscii = [](OtherChar ch) { return ch >= 0 && ch < 0x80; };
-  if (!std::all_of(text.GetString(), end, isAscii)) {
+  if (!std::all_of(text.begin(), text.end(), isAscii)) {
     return false;
   }
-  std::transform(text.GetString(), end, m_short, [](OtherChar ch) { return static_cast<Ch>(ch); });
-  m_view = {m_short, static_cast<std::size_t>(text.GetLength())};
+  std::transform(text.begin(), text.end(), m_short,
+                 [](OtherChar ch) { return static_cast<Ch>(ch); });
+  m_view = {m_short, text.size()};
   return true;
 }
 

@@ -4,6 +4,10 @@
 
 #include "values/LumTypeBase.h"
 
+namespace lum::detail {
+class CHeldValue;
+}
+
 /// A double (IEEE 754 binary64); its text has six digits after the point ("%f"). It alone has
 /// compound and binary arithmetic. Compound arithmetic reads its source with GetDouble and takes
 /// 0.0 where that is refused.
@@ -240,5 +244,7 @@ class LUM_ATTRIBUTES_API CLumDouble : public CLumType {
   int NMEAPos(CLumType& position, CLumType& hemisphere) override;
 
  private:
+  friend class lum::detail::CHeldValue;
+
   double m_value = 0.0;
 };

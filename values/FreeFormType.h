@@ -3,6 +3,10 @@
 
 #include "values/LumTypeBase.h"
 
+namespace lum::detail {
+class CHeldValue;
+}
+
 /// Holds a text and answers every typed getter by reading it, every typed setter by writing the
 /// value's text form. Int, unsigned, 64-bit, bool and double are read as the C runtime's formatted
 /// scan reads them in its "C" locale (leading white space skipped, what follows the number ignored,
@@ -60,5 +64,7 @@ class LUM_ATTRIBUTES_API CLumAnything : public CLumType {
   int SetNameArray(const std::vector<CString>& names) override;
 
  private:
+  friend class lum::detail::CHeldValue;
+
   CString m_text;
 };

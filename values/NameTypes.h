@@ -3,6 +3,10 @@
 
 #include "values/LumTypeBase.h"
 
+namespace lum::detail {
+class CHeldValue;
+}
+
 /// A wide text. Appending another value appends its wide name, if it has one.
 class LUM_ATTRIBUTES_API CLumName : public CLumType {
  public:
@@ -30,6 +34,8 @@ class LUM_ATTRIBUTES_API CLumName : public CLumType {
   CLumName operator+(const CLumName& other) const { return CLumName(m_name + other.m_name); }
 
  private:
+  friend class lum::detail::CHeldValue;
+
   CString m_name;
 };
 
@@ -61,5 +67,7 @@ class LUM_ATTRIBUTES_API CLumIoName : public CLumType {
   CLumIoName operator+(const CLumIoName& other) const { return CLumIoName(m_name + other.m_name); }
 
  private:
+  friend class lum::detail::CHeldValue;
+
   CStringA m_name;
 };

@@ -6,9 +6,11 @@
 // is then cut to its type, as the runtime does it. A NUL ends no text but continues no number.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+#include <type_traits>
 
 namespace lum::detail {
 
@@ -27,14 +29,23 @@ constexpr void SkipBlanks(std::basic_string_view<Ch>& text) {
   text.remove_prefix(count);
 }
 
+/// The values of the ASCII characters as hexadecimal digits, or -1. Looked up, since whether a
+/// digit is a letter cannot be foreseen.
+inline constexpr auto kHexDigits = [] {
+  std::array<std::int8_t, 128> values{};
+  values.fill(-1);
+  for (std::size_t value = 0; value < 16; ++value) {
+    values[static_cast<std::size_t>("0123456789abcdef"[value])] = static_cast<std::int8_t>(value);
+    values[static_cast<std::size_t>("0123456789ABCDEF"[value])] = static_cast<std::int8_t>(value);
+  }
+  return values;
+}();
+
 /// The value of a hexadecimal digit, or -1.
 template <typename Ch>
 constexpr int HexDigit(Ch ch) {
-  if (ch >= Ch{'0'} && ch <= Ch{'9'}) {
-    return static_cast<int>(ch - Ch{'0'});
-  }
-  const auto lower = static_cast<Ch>(ch | Ch{0x20});
-  return lower >= Ch{'a'} && lower <= Ch{'f'} ? static_cast<int>(lower - Ch{'a'}) + 10 : -1;
+  const auto code = static_cast<std::make_unsigned_t<Ch>>(ch);
+  return code < kHexDigits.size() ? kHexDigits[code] : -1;
 }
 
 /// As "%d".

@@ -4,6 +4,10 @@
 
 #include "values/LumTypeBase.h"
 
+namespace lum::detail {
+class CHeldValue;
+}
+
 /// No value: every access is refused.
 class LUM_ATTRIBUTES_API CLumUndefined : public CLumType {
  public:
@@ -58,6 +62,8 @@ class LUM_ATTRIBUTES_API CLumInt : public CLumType {
   CLumType& operator=(const CLumType& source) override;
 
  private:
+  friend class lum::detail::CHeldValue;
+
   int m_value;
 };
 

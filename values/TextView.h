@@ -14,6 +14,10 @@ inline std::wstring_view View(const CString& text) {
   return {text.GetString(), static_cast<std::size_t>(text.GetLength())};
 }
 
+inline std::string_view View(const CStringA& text) {
+  return {text.GetString(), static_cast<std::size_t>(text.GetLength())};
+}
+
 /// A string that holds the characters of a view.
 inline CString ToCString(std::wstring_view text) {
   return CString(text.data(), static_cast<int>(text.size()));
