@@ -46,6 +46,10 @@ void MoveChildren(CAttributeMap& from, CAttributeMap& to) {
   NodeAccess::SetListBelow(to, NodeAccess::TakeListBelow(from));
 }
 
+bool SameCount(const CAttributeMap& a, const CAttributeMap& b) {
+  return NodeAccess::Children(a).size() == NodeAccess::Children(b).size();
+}
+
 class CComparisonPass {
  public:
   explicit CComparisonPass(CPassRules rules) : m_rules(rules) {}
@@ -79,7 +83,7 @@ class CComparisonPass {
   }
 
   CPairFrame& Enter(const CAttributeMap& walked, const CAttributeMap& partner) {
-    m_sameShape = m_sameShape && walked.Count() == partner.Count();
+    m_sameShape = m_sameShape && SameCount(walked, partner);
     return m_frames.emplace_back(walked, partner);
   }
 
@@ -91,10 +95,10 @@ class CComparisonPass {
       if (m_rules.reportUnpaired) {
         frame.Entry(child) = child;
       }
-    } else if (child.Count() != 0) {
+    } else if (!NodeAccess::Children(child).empty()) {
       Enter(child, *partner);
     } else {
-      m_sameShape = m_sameShape && partner->Count() == 0;
+      m_sameShape = m_sameShape && NodeAccess::Children(*partner).empty();
       CompareValues(frame, child, *partner);
     }
   }

@@ -4,45 +4,31 @@
 #include <algorithm>
 #include <cmath>
 
-#include "values/ExactKind.h"
+#include "values/HeldValue.h"
 
 namespace lum::detail {
 namespace {
 
-/// Whether both values are exactly of a kind and what `get` reads of them is the same.
-template <typename Kind, typename T>
-bool HoldSame(const CLumType& first, const CLumType& second, int (Kind::*get)(T&) const) {
-  const Kind* a = Exactly<Kind>(first);
-  const Kind* b = Exactly<Kind>(second);
-  T valueOfA{};
-  T valueOfB{};
-  return a != nullptr && b != nullptr && (a->*get)(valueOfA) != 0 && (b->*get)(valueOfB) != 0 &&
-         valueOfA == valueOfB;
+/// Whether both values are exactly of a kind and hold the same.
+template <typename Kind>
+bool HoldSame(const CLumType& first, const CLumType& second) {
+  return IsExactly<Kind>(first) && IsExactly<Kind>(second) &&
+         CHeldValue::Of(static_cast<const Kind&>(first)) ==
+             CHeldValue::Of(static_cast<const Kind&>(second));
 }
 
-/// Two values that are exactly of one of these kinds and hold the same have the same text, and no
-/// double, or the same. Not-a-number never counts as equal and infinities do not either, so doubles
-/// and free-form texts that hold one are left to the plain comparison.
+/// Two values that are exactly of one of these kinds and hold the same have the same text, and are
+/// the same finite double or none. Free-form texts may be read as infinite: they are left to the
+/// plain comparison.
 bool AreAlike(const CLumType& first, const CLumType& second) {
-  switch (first.Type()) {
-    case CLumType::TYPE_UNDEFINED:
-      return Exactly<CLumUndefined>(first) != nullptr && Exactly<CLumUndefined>(second) != nullptr;
-    case CLumType::TYPE_BOOL:
-      return HoldSame<CLumBool>(first, second, &CLumBool::GetBool);
-    case CLumType::TYPE_INT:
-      return HoldSame<CLumInt>(first, second, &CLumInt::GetInt);
-    case CLumType::TYPE_UINT:
-      return HoldSame<CLumUInt>(first, second, &CLumUInt::GetUInt);
-    case CLumType::TYPE_ULONGLONG:
-      return HoldSame<CLumULongLong>(first, second, &CLumULongLong::GetULongLong);
-    case CLumType::TYPE_DOUBLE: {
-      double value = 0.0;
-      return HoldSame<CLumDouble>(first, second, &CLumDouble::GetDouble) &&
-             first.GetDouble(value) != 0 && std::isfinite(value);
-    }
-    default:
-      return false;
+  double number = 0.0;
+  if (ReadHeld<CLumDouble>(first, number)) {
+    return HoldSame<CLumDouble>(first, second) && std::isfinite(number);
   }
+  return HoldSame<CLumInt>(first, second) || HoldSame<CLumBool>(first, second) ||
+         HoldSame<CLumName>(first, second) ||
+         (IsExactly<CLumUndefined>(first) && IsExactly<CLumUndefined>(second)) ||
+         HoldSame<CLumUInt>(first, second) || HoldSame<CLumULongLong>(first, second);
 }
 
 bool AreTextsEqual(const CAttributeMap& own, const CAttributeMap& other) {

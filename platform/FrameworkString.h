@@ -14,7 +14,43 @@
 #include <type_traits>
 #include <utility>
 
+#if defined(__GLIBC__)
+#include <sys/single_threaded.h>
+#endif
+
 #include "platform/PlatformExport.h"
+
+namespace lum::detail {
+
+/// A process that has never had a second thread needs no atomic instructions to count, which take
+/// far longer than plain ones. The C library tells; where it does not, there may be threads.
+inline bool IsSingleThreaded() noexcept {
+#if defined(__GLIBC__)
+  return __libc_single_threaded != 0;
+#else
+  return false;
+#endif
+}
+
+inline void AddOwner(std::atomic<int>& owners) noexcept {
+  if (IsSingleThreaded()) {
+    owners.store(owners.load(std::memory_order_relaxed) + 1, std::memory_order_relaxed);
+  } else {
+    owners.fetch_add(1, std::memory_order_relaxed);
+  }
+}
+
+/// Whether it was the last one.
+inline bool RemoveOwner(std::atomic<int>& owners) noexcept {
+  if (IsSingleThreaded()) {
+    const int left = owners.load(std::memory_order_relaxed) - 1;
+    owners.store(left, std::memory_order_relaxed);
+    return left == 0;
+  }
+  return owners.fetch_sub(1, std::memory_order_acq_rel) == 1;
+}
+
+}  // namespace lum::detail
 
 template <typename Ch>
 class LUM_PLATFORM_API LumFrameworkString {
@@ -243,7 +279,7 @@ class LUM_PLATFORM_API LumFrameworkString {
   void Assign(const Ch* text, int length);
   void ShareFrom(const LumFrameworkString& other) {
     if (other.m_shared) {
-      other.HeaderOf()->owners.fetch_add(1, std::memory_order_relaxed);
+      lum::detail::AddOwner(other.HeaderOf()->owners);
       m_chars = other.m_chars;
       m_length = other.m_length;
       m_shared = true;
@@ -253,7 +289,7 @@ class LUM_PLATFORM_API LumFrameworkString {
     }
   }
   void Release() noexcept {
-    if (m_shared && HeaderOf()->owners.fetch_sub(1, std::memory_order_acq_rel) == 1) {
+    if (m_shared && lum::detail::RemoveOwner(HeaderOf()->owners)) {
       Free();
     }
     m_chars = kEmpty;

@@ -40,6 +40,8 @@ class LUM_ATTRIBUTES_API CLumBool : public CLumType {
   CLumType& operator=(const CLumType& source) override;
 
  private:
+  friend class lum::detail::CHeldValue;
+
   bool m_value;
 };
 
@@ -86,6 +88,8 @@ class LUM_ATTRIBUTES_API CLumUInt : public CLumType {
   CLumType& operator=(const CLumType& source) override;
 
  private:
+  friend class lum::detail::CHeldValue;
+
   unsigned int m_value;
 };
 
@@ -109,6 +113,8 @@ class LUM_ATTRIBUTES_API CLumULongLong : public CLumType {
   CLumType& operator=(const CLumType& source) override;
 
  private:
+  friend class lum::detail::CHeldValue;
+
   std::uint64_t m_value;
 };
 
@@ -131,5 +137,7 @@ class LUM_ATTRIBUTES_API CLumFloat : public CLumType {
   CLumType& operator=(const CLumType& source) override;
 
  private:
+  friend class lum::detail::CHeldValue;
+
   float m_value;
 };

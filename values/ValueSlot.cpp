@@ -3,8 +3,7 @@
 
 #include <type_traits>
 
-#include "values/ExactKind.h"
-#include "values/LumType.h"
+#include "values/HeldValue.h"
 
 namespace lum::detail {
 namespace {
@@ -12,41 +11,22 @@ namespace {
 template <typename Kind, std::size_t Size>
 bool CopyIfExactly(const CLumType& value, std::byte (&place)[Size]) noexcept {
   static_assert(sizeof(Kind) <= Size && std::is_nothrow_copy_constructible_v<Kind>);
-  const Kind* exact = Exactly<Kind>(value);
-  if (exact != nullptr) {
-    ::new (place) Kind(*exact);
+  if (!IsExactly<Kind>(value)) {
+    return false;
   }
-  return exact != nullptr;
+  ::new (place) Kind(static_cast<const Kind&>(value));
+  return true;
 }
 
 }  // namespace
 
 bool CValueSlot::CopyInPlace(const CLumType& value) noexcept {
-  switch (value.Type()) {
-    case CLumType::TYPE_UNDEFINED:
-      m_isInPlace = CopyIfExactly<CLumUndefined>(value, m_place);
-      break;
-    case CLumType::TYPE_BOOL:
-      m_isInPlace = CopyIfExactly<CLumBool>(value, m_place);
-      break;
-    case CLumType::TYPE_INT:
-      m_isInPlace = CopyIfExactly<CLumInt>(value, m_place);
-      break;
-    case CLumType::TYPE_UINT:
-      m_isInPlace = CopyIfExactly<CLumUInt>(value, m_place);
-      break;
-    case CLumType::TYPE_ULONGLONG:
-      m_isInPlace = CopyIfExactly<CLumULongLong>(value, m_place);
-      break;
-    case CLumType::TYPE_FLOAT:
-      m_isInPlace = CopyIfExactly<CLumFloat>(value, m_place);
-      break;
-    case CLumType::TYPE_DOUBLE:
-      m_isInPlace = CopyIfExactly<CLumDouble>(value, m_place);
-      break;
-    default:
-      break;
-  }
+  m_isInPlace = CopyIfExactly<CLumDouble>(value, m_place) ||
+                CopyIfExactly<CLumInt>(value, m_place) || CopyIfExactly<CLumBool>(value, m_place) ||
+                CopyIfExactly<CLumUndefined>(value, m_place) ||
+                CopyIfExactly<CLumUInt>(value, m_place) ||
+                CopyIfExactly<CLumFloat>(value, m_place) ||
+                CopyIfExactly<CLumULongLong>(value, m_place);
   return m_isInPlace;
 }
 
