@@ -37,8 +37,6 @@ bool IsAscii(const Ch* text, std::size_t length) {
   return bits < 0x80;
 }
 
-bool IsAscii(std::string_view bytes) { return IsAscii(bytes.data(), bytes.size()); }
-
 bool IsAscii(const CString& text) {
   return IsAscii(text.GetString(), static_cast<std::size_t>(text.GetLength()));
 }
@@ -176,6 +174,8 @@ std::string_view EncodingMark(TextFileEncoding encoding) {
 }
 
 std::size_t UnitSize(TextFileEncoding encoding) { return IsUtf16(encoding) ? 2 : 1; }
+
+bool IsAscii(std::string_view bytes) { return IsAscii(bytes.data(), bytes.size()); }
 
 // Line by line, because no sequence spans a line end and a large file needs little memory then. A
 // byte taken as Latin-1 comes back as two, so only valid text keeps its size on the way to wide

@@ -3,36 +3,68 @@
 // as it is and a look-up touches little memory.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <functional>
+#include <cstring>
 #include <string_view>
 #include <vector>
 
 #include "platform/FrameworkString.h"
+#include "platform/portable/FileText.h"
 #include "platform/portable/IndexPool.h"
 
 namespace lum::detail {
 
 using CKeyHash = std::uint32_t;
 
-/// Keys are often numbered, as in "Sensor12" and "Sensor(12)", and used in their order. Those that
-/// differ in the last character but one alone get neighbouring hashes, up to sixteen, so that a
-/// pass over many finds several in each piece of memory that it touches.
-inline CKeyHash HashKey(const CString& key) {
+/// Up to eight bytes as a number; of texts of one length, different ones give different numbers.
+inline std::uint64_t ReadWord(const char* bytes, std::size_t size) {
+  std::uint64_t word = 0;
+  std::uint32_t low = 0;
+  if (size == 8) {
+    std::memcpy(&word, bytes, 8);
+  } else if (size >= 4) {
+    std::uint32_t high = 0;
+    std::memcpy(&low, bytes, 4);
+    std::memcpy(&high, bytes + size - 4, 4);
+    word = (std::uint64_t{high} << 32) | low;
+  } else {
+    for (std::size_t i = 0; i < size; ++i) {
+      word = (word << 8) | static_cast<unsigned char>(bytes[i]);
+    }
+  }
+  return word;
+}
+
+inline CKeyHash HashBytes(std::string_view bytes) {
+  constexpr std::uint64_t kFactor = 0x9E3779B97F4A7C15;
+  std::uint64_t hash = bytes.size();
+  while (!bytes.empty()) {
+    const std::size_t size = std::min<std::size_t>(bytes.size(), 8);
+    hash = (hash ^ ReadWord(bytes.data(), size)) * kFactor;
+    hash ^= hash >> 32;
+    bytes.remove_prefix(size);
+  }
+  return static_cast<CKeyHash>(hash);
+}
+
+/// Keys are often numbered, as in "Sensor12" and "Sensor(12)", and used in their order. Those of
+/// ASCII that differ in the last character but one alone get neighbouring hashes, up to sixteen, so
+/// that a pass over many finds several in each piece of memory that it touches.
+inline CKeyHash HashKey(const CFileText& key) {
   constexpr CKeyHash kNeighbours = 16;
   constexpr CKeyHash kSpread = 0x9E3779B1;
-  const auto length = static_cast<std::size_t>(key.GetLength());
-  const std::wstring_view text(key.GetString(), length);
-  if (length < 2) {
-    return static_cast<CKeyHash>(std::hash<std::wstring_view>()(text));
+  const std::size_t length = key.bytes.size();
+  if (key.isWide || length < 2) {
+    return HashBytes(key.bytes);
   }
-  const auto front =
-      static_cast<CKeyHash>(std::hash<std::wstring_view>()(text.substr(0, length - 2)));
-  const auto lastButOne = static_cast<CKeyHash>(text[length - 2]);
-  const auto last = static_cast<CKeyHash>(text[length - 1]);
+  const CKeyHash front = HashBytes(key.bytes.substr(0, length - 2));
+  const auto lastButOne = static_cast<CKeyHash>(key.bytes[length - 2]);
+  const auto last = static_cast<CKeyHash>(key.bytes[length - 1]);
   return front + ((last << 17) ^ (lastButOne / kNeighbours)) * kSpread + lastButOne % kNeighbours;
 }
+inline CKeyHash HashKey(const CString& key) { return HashKey(CFileTextOf(key)); }
 
 class CKeyIndex {
  public:
