@@ -56,27 +56,46 @@ void CFileDocument::AddLoadedItem(CByteSpan key, CByteSpan value, CByteSpan line
   record.key = Keep(key);
   record.value = Keep(value);
   record.loadedValue = value;
-  const CFileText keyText = m_store.Text(record.key);
-  const CKeyHash hash = record.keyHash = HashKey(keyText);
-  const CPoolIndex owner = m_blocks[m_lastBlock].section;
-  const CPoolIndex older = FindRecord(owner, keyText, hash);
-  record.older = older;
-  const CPoolIndex item = InsertAfter(m_blocks[m_lastBlock].last, std::move(record));
-  CFileSection& section = m_sections[owner];
+  record.keyHash = HashKey(m_store.Text(record.key));
+  ++m_sections[m_blocks[m_lastBlock].section].itemCount;
+  InsertAfter(m_blocks[m_lastBlock].last, record);
+}
+
+// The keys are put into the indexes at the end: a short loop waits for several pieces of memory at
+// once, and a table that has its size is not copied.
+void CFileDocument::FinishLoading() {
+  for (CPoolIndex block = m_firstBlock; block != kNoIndex; block = m_blocks[block].next) {
+    CFileSection& section = m_sections[m_blocks[block].section];
+    section.items.Reserve(section.itemCount);
+    CPoolIndex record = m_blocks[block].header;
+    for (; record != kNoIndex; record = m_records[record].next) {
+      if (m_records[record].kind == Kind::Item) {
+        IndexLoaded(section, record);
+      }
+    }
+  }
+}
+
+void CFileDocument::IndexLoaded(CFileSection& section, CPoolIndex item) {
+  CFileRecord& record = m_records[item];
+  const CPoolIndex older = section.items.Find(record.keyHash, [&](CPoolIndex other) {
+    return m_store.Text(m_records[other].key) == m_store.Text(record.key);
+  });
   if (older == kNoIndex) {
-    section.items.Add(hash, item);
-    ++section.itemCount;
+    section.items.Add(record.keyHash, item);
     return;
   }
+  record.older = older;
   m_records[older].isShadowed = true;
-  section.items.Replace(hash, older, item);
+  section.items.Replace(record.keyHash, older, item);
+  --section.itemCount;
 }
 
 // Bytes that are the text's form already stay where they are.
 CStoredText CFileDocument::Keep(CByteSpan loaded) {
   const std::string_view bytes = m_store.Bytes(loaded);
   if (UnitSize(m_encoding) == 1 && IsAscii(bytes)) {
-    return m_store.TextOf(loaded);
+    return CFileStore::TextAt(loaded.begin, bytes.size());
   }
   return m_store.AddText(CFileTextOf(DecodeText(bytes, m_encoding)));
 }
@@ -105,7 +124,6 @@ CPoolIndex CFileDocument::FindSection(const CString& name) const {
 CPoolIndex CFileDocument::FindOrAddSection(const CString& name) {
   const CPoolIndex found = FindNamed(name);
   if (found != kNoIndex) {
-    m_recentSection = found;
     return found;
   }
   const CPoolIndex section = AddSection(name);
@@ -153,7 +171,7 @@ CPoolIndex CFileDocument::AddSection(const CString& name) {
   CFileSection section;
   section.name = name;
   const CKeyHash hash = section.nameHash = HashKey(name);
-  const CPoolIndex index = m_sections.Add(std::move(section));
+  const CPoolIndex index = m_sections.Add(section);
   m_sectionsByName.Add(hash, index);
   m_recentSection = index;
   return index;
@@ -161,13 +179,13 @@ CPoolIndex CFileDocument::AddSection(const CString& name) {
 
 // ---- Blocks
 
-CPoolIndex CFileDocument::AddBlock(CPoolIndex section, CFileRecord header) {
+CPoolIndex CFileDocument::AddBlock(CPoolIndex section, const CFileRecord& header) {
   CFileBlock block;
   block.section = section;
   block.previous = m_lastBlock;
   const CPoolIndex index = m_blocks.Add(block);
-  header.block = index;
-  const CPoolIndex record = m_records.Add(std::move(header));
+  const CPoolIndex record = m_records.Add(header);
+  m_records[record].block = index;
   m_blocks[index].header = m_blocks[index].last = m_blocks[index].lastItem = record;
 
   (m_lastBlock == kNoIndex ? m_firstBlock : m_blocks[m_lastBlock].next) = index;
@@ -203,8 +221,8 @@ void CFileDocument::RemoveRecords(CPoolIndex block) {
 
 // ---- Records of a block
 
-CPoolIndex CFileDocument::InsertAfter(CPoolIndex place, CFileRecord record) {
-  const CPoolIndex index = m_records.Add(std::move(record));
+CPoolIndex CFileDocument::InsertAfter(CPoolIndex place, const CFileRecord& record) {
+  const CPoolIndex index = m_records.Add(record);
   LinkAfter(place, index);
   return index;
 }

@@ -28,9 +28,9 @@ struct CFileRecord {
   /// What is written while nothing is changed: the loaded line or lines with their terminators, or
   /// the line of an item that was added. Empty when there is none.
   CByteSpan line;
-  CStoredText key;         ///< Of an item.
-  CStoredText value;       ///< Of an item.
-  CByteSpan loadedValue;   ///< Of a loaded item.
+  CStoredText key;        ///< Of an item.
+  CStoredText value;      ///< Of an item.
+  CByteSpan loadedValue;  ///< Of a loaded item.
   CPoolIndex block = kNoIndex;
   CPoolIndex previous = kNoIndex;  ///< In the block.
   CPoolIndex next = kNoIndex;
@@ -87,6 +87,7 @@ class CFileDocument {
   void AddLoadedHeader(const CString& name, CByteSpan line);
   void AddLoadedText(CByteSpan line);
   void AddLoadedItem(CByteSpan key, CByteSpan value, CByteSpan line);
+  void FinishLoading();
 
   // ---- Sections
 
@@ -142,16 +143,17 @@ class CFileDocument {
   using Kind = CFileRecord::Kind;
 
   CStoredText Keep(CByteSpan loaded);
+  void IndexLoaded(CFileSection& section, CPoolIndex item);
   CPoolIndex FindNamed(const CString& name) const;
   CPoolIndex AddSection(const CString& name);
-  CPoolIndex AddBlock(CPoolIndex section, CFileRecord header);
+  CPoolIndex AddBlock(CPoolIndex section, const CFileRecord& header);
   void UnlinkBlock(CPoolIndex block);
   void RemoveRecords(CPoolIndex block);
   bool Exists(CPoolIndex section) const;
 
   /// The record that counts for a key, also a remembered one; kNoIndex when there is none.
   CPoolIndex FindRecord(CPoolIndex section, const CFileText& key, CKeyHash hash) const;
-  CPoolIndex InsertAfter(CPoolIndex place, CFileRecord record);
+  CPoolIndex InsertAfter(CPoolIndex place, const CFileRecord& record);
   void LinkAfter(CPoolIndex place, CPoolIndex record);
   void Unlink(CPoolIndex record);
   void RemoveRecord(CPoolIndex record);
@@ -166,7 +168,7 @@ class CFileDocument {
   void TidyTexts();
   void MoveTexts(CFileRecord& record, CFileStore& target) const;
   void SetValue(CFileRecord& item, const CFileText& value);
-  void AddItem(CPoolIndex section, CFileRecord item);
+  void AddItem(CPoolIndex section, const CFileRecord& item);
   void Revive(CPoolIndex section, CPoolIndex item);
   void FollowWithCursor(CPoolIndex section, CPoolIndex item);
   CPoolIndex EndOfItems(CPoolIndex section);
@@ -185,7 +187,8 @@ class CFileDocument {
   CIndexPool<CFileBlock> m_blocks;
   CIndexPool<CFileSection> m_sections;
   CKeyIndex m_sectionsByName;
-  CPoolIndex m_recentSection = kNoIndex;  ///< The one that a call has last added or added to.
+  /// Where the last item was put, as most often the next one, too.
+  CPoolIndex m_recentSection = kNoIndex;
   CPoolIndex m_firstBlock = kNoIndex;
   CPoolIndex m_lastBlock = kNoIndex;
   CFileStore m_store;

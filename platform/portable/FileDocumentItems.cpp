@@ -13,7 +13,8 @@ CPoolIndex CFileDocument::FindItem(CPoolIndex section, const CFileText& key) con
   return item == kNoIndex || m_records[item].isRemembered ? kNoIndex : item;
 }
 
-CPoolIndex CFileDocument::FindRecord(CPoolIndex section, const CFileText& key, CKeyHash hash) const {
+CPoolIndex CFileDocument::FindRecord(CPoolIndex section, const CFileText& key,
+                                     CKeyHash hash) const {
   return m_sections[section].items.Find(
       hash, [&](CPoolIndex item) { return m_store.Text(m_records[item].key) == key; });
 }
@@ -65,6 +66,7 @@ bool CFileDocument::ReplaceItem(CPoolIndex section, const CFileText& key, const 
 }
 
 void CFileDocument::PutItem(CPoolIndex section, const CFileText& key, const CFileText& value) {
+  m_recentSection = section;
   const CKeyHash hash = HashKey(key);
   const CPoolIndex item = FindRecord(section, key, hash);
   if (item == kNoIndex) {
@@ -139,7 +141,7 @@ bool CFileDocument::InsertItem(CPoolIndex section, const CFileText& beforeKey, c
   const CKeyHash hash = HashKey(key);
   CFileRecord item = NewItem(key, hash, value);
   item.order = m_records[above].order;
-  m_sections[section].items.Add(hash, InsertAfter(above, std::move(item)));
+  m_sections[section].items.Add(hash, InsertAfter(above, item));
   ++m_sections[section].itemCount;
   return true;
 }
@@ -167,15 +169,13 @@ CFileRecord CFileDocument::NewItem(const CFileText& key, CKeyHash hash, const CF
   CFileRecord item;
   item.kind = Kind::Item;
   item.keyHash = hash;
-  item.key = m_store.AddText(key);
-  const bool isPlain = UnitSize(m_encoding) == 1 && !key.isWide && !value.isWide;
-  if (isPlain) {
-    m_store.Add("=");
-  }
-  item.value = m_store.AddText(value);
-  if (isPlain) {
-    m_store.Add(m_endsLinesWithReturn ? "\r\n" : "\n");
-    item.line = {item.key.begin, m_store.End()};
+  if (UnitSize(m_encoding) == 1 && !key.isWide && !value.isWide) {
+    item.line = m_store.AddLine(key.bytes, value.bytes, m_endsLinesWithReturn ? "\r\n" : "\n");
+    item.key = CFileStore::TextAt(item.line.begin, key.bytes.size());
+    item.value = CFileStore::TextAt(item.line.begin + item.key.size + 1, value.bytes.size());
+  } else {
+    item.key = m_store.AddText(key);
+    item.value = m_store.AddText(value);
   }
   return item;
 }
@@ -224,16 +224,15 @@ void CFileDocument::MoveTexts(CFileRecord& record, CFileStore& target) const {
 
 // ---- The place of a new item
 
-void CFileDocument::AddItem(CPoolIndex section, CFileRecord item) {
-  const CPoolIndex cursor = m_sections[section].cursor;
-  const CPoolIndex place = cursor != kNoIndex ? cursor : EndOfItems(section);
-  const CKeyHash hash = item.keyHash;
-  item.order = m_sections[section].cursorOrder;
-  const CPoolIndex added = InsertAfter(place, std::move(item));
-  m_sections[section].items.Add(hash, added);
-  ++m_sections[section].itemCount;
-  if (cursor != kNoIndex) {
-    m_sections[section].cursor = added;
+void CFileDocument::AddItem(CPoolIndex section, const CFileRecord& item) {
+  CFileSection& owner = m_sections[section];
+  const CPoolIndex place = owner.cursor != kNoIndex ? owner.cursor : EndOfItems(section);
+  const CPoolIndex added = InsertAfter(place, item);
+  m_records[added].order = owner.cursorOrder;
+  owner.items.Add(item.keyHash, added);
+  ++owner.itemCount;
+  if (owner.cursor != kNoIndex) {
+    owner.cursor = added;
   }
 }
 

@@ -214,14 +214,17 @@ bool FileObject::SetItem(const CString& section, const CString& key, const CStri
     return false;
   }
   CFileDocument& content = Document::Of(*this).content;
-  const CPoolIndex found = content.FindSection(section);
+  CPoolIndex found = content.FindSection(section);
   if (!create) {
     return found != kNoIndex && content.ReplaceItem(found, keyText, valueText);
   }
-  if (found == kNoIndex && !IsWritableSectionName(section)) {
-    return false;
+  if (found == kNoIndex) {
+    if (!IsWritableSectionName(section)) {
+      return false;
+    }
+    found = content.FindOrAddSection(section);
   }
-  content.PutItem(content.FindOrAddSection(section), keyText, valueText);
+  content.PutItem(found, keyText, valueText);
   return true;
 }
 

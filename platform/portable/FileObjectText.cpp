@@ -68,7 +68,9 @@ class CFileWriter {
   CFileWriter(const CFileDocument& document, std::string& file, CString& error)
       : m_document(document),
         m_store(document.Store()),
-        m_encoding(document.Encoding()), m_file(file), m_error(error) {
+        m_encoding(document.Encoding()),
+        m_file(file),
+        m_error(error) {
     m_file = EncodingMark(m_encoding);
     m_begin = m_file.size();
   }
@@ -276,6 +278,7 @@ CFileDocument ParseFile(const std::shared_ptr<const std::string>& bytes) {
     AddLine(file, line, document);
     begin = line.next;
   }
+  document.FinishLoading();
   return document;
 }
 

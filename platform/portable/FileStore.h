@@ -42,23 +42,31 @@ class CFileStore {
 
   static bool IsAdded(std::uint32_t place) { return place >= kFirstAdded; }
 
-  /// The place of a loaded text that is in its form as it stands.
-  static CStoredText TextOf(CByteSpan span) { return {span.begin, span.Size() & kMostText, 0}; }
+  /// A text whose form is the bytes that lie there.
+  static CStoredText TextAt(std::uint32_t begin, std::size_t size) {
+    return {begin, static_cast<std::uint32_t>(size) & kMostText, 0};
+  }
 
   /// Valid until bytes are added.
   std::string_view Bytes(CByteSpan span) const { return {At(span.begin), span.Size()}; }
-  CFileText Text(CStoredText text) const {
-    return {{At(text.begin), text.size}, text.isWide != 0};
-  }
+  CFileText Text(CStoredText text) const { return {{At(text.begin), text.size}, text.isWide != 0}; }
 
   /// Where the next byte that is added will lie.
   std::uint32_t End() const { return kFirstAdded + static_cast<std::uint32_t>(m_added.size()); }
-  /// Adds bytes from elsewhere. Throws std::length_error when there are too many.
+  // What adds bytes throws std::length_error when there are too many.
   void Add(std::string_view bytes) {
-    if (bytes.size() > kMostAdded - m_added.size()) {
-      throw std::length_error("document too large");
-    }
+    CheckRoom(bytes.size());
     m_added += bytes;
+  }
+  /// An item's line of ASCII texts.
+  CByteSpan AddLine(std::string_view key, std::string_view value, std::string_view lineEnd) {
+    CheckRoom(key.size() + 1 + value.size() + lineEnd.size());
+    const std::uint32_t begin = End();
+    m_added += key;
+    m_added += '=';
+    m_added += value;
+    m_added += lineEnd;
+    return {begin, End()};
   }
   CStoredText AddText(const CFileText& text) {
     const std::uint32_t begin = End();
@@ -77,11 +85,17 @@ class CFileStore {
   }
 
  private:
-  /// Places of added bytes begin behind those of the largest file that can be loaded, with a gap: no
-  /// added line follows a loaded one.
+  /// Places of added bytes begin behind those of the largest file that can be loaded, with a gap:
+  /// no added line follows a loaded one.
   static constexpr std::uint32_t kFirstAdded = std::uint32_t{FileObject::kMaxFileBytes} + 1;
   static constexpr std::uint32_t kMostText = (std::uint32_t{1} << 31) - 1;
   static constexpr std::size_t kMostAdded = kMostText;
+
+  void CheckRoom(std::size_t bytes) const {
+    if (bytes > kMostAdded - m_added.size()) {
+      throw std::length_error("document too large");
+    }
+  }
 
   const char* At(std::uint32_t place) const {
     return IsAdded(place) ? m_added.data() + (place - kFirstAdded) : m_loaded->data() + place;

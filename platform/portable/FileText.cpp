@@ -1,24 +1,12 @@
 #include "platform/portable/FileText.h"
 
-#include <algorithm>
 #include <cstring>
-#include <type_traits>
+
+#include "platform/portable/AsciiText.h"
 
 namespace lum::detail {
 
 namespace {
-
-// Narrows all characters, also of a text that turns out not to be ASCII: a loop without a way out is
-// turned into one over many characters at once.
-bool NarrowAscii(const wchar_t* text, std::size_t length, char* output) {
-  using Code = std::make_unsigned_t<wchar_t>;
-  Code bits = 0;
-  for (std::size_t i = 0; i < length; ++i) {
-    bits = static_cast<Code>(bits | static_cast<Code>(text[i]));
-    output[i] = static_cast<char>(text[i]);
-  }
-  return bits < 0x80;
-}
 
 std::size_t WideCount(const CFileText& text) { return text.bytes.size() / sizeof(wchar_t); }
 
@@ -49,7 +37,7 @@ void ReadText(const CFileText& text, CString& output) {
   if (text.isWide) {
     std::memcpy(chars, text.bytes.data(), text.bytes.size());
   } else {
-    std::copy(text.bytes.begin(), text.bytes.end(), chars);
+    WidenAscii(text.bytes, chars);
   }
   output.ReleaseBuffer(length);
 }

@@ -1,5 +1,5 @@
-// CFileText: a text in the form in which a document keeps it, smaller than a CString and as quick to
-// compare; and the ways between the two.
+// CFileText: a text in the form in which a document keeps it, smaller than a CString and as quick
+// to compare; and the ways between the two.
 #pragma once
 
 #include <array>

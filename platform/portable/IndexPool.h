@@ -6,7 +6,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
-#include <utility>
 #include <vector>
 
 namespace lum::detail {
@@ -17,13 +16,13 @@ constexpr CPoolIndex kNoIndex = std::numeric_limits<CPoolIndex>::max();
 template <typename T>
 class CIndexPool {
  public:
-  CPoolIndex Add(T object) {
+  CPoolIndex Add(const T& object) {
     if (m_free.empty()) {
-      Append(std::move(object));
+      Append(object);
       return static_cast<CPoolIndex>(m_count++);
     }
     const CPoolIndex index = m_free.back();
-    (*this)[index] = std::move(object);
+    (*this)[index] = object;
     m_free.pop_back();
     return index;
   }
@@ -43,11 +42,11 @@ class CIndexPool {
   static constexpr std::size_t kPiece = 1024;
 
   // The first piece grows as it is needed: most pools are small.
-  void Append(T object) {
+  void Append(const T& object) {
     if (m_count % kPiece == 0) {
       m_pieces.emplace_back().reserve(m_count == 0 ? 0 : kPiece);
     }
-    m_pieces.back().push_back(std::move(object));
+    m_pieces.back().push_back(object);
   }
 
   std::vector<std::vector<T>> m_pieces;

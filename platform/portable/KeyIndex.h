@@ -4,13 +4,14 @@
 #pragma once
 
 #include <algorithm>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <string_view>
 #include <vector>
 
 #include "platform/FrameworkString.h"
+#include "platform/portable/AsciiText.h"
 #include "platform/portable/FileText.h"
 #include "platform/portable/IndexPool.h"
 
@@ -18,33 +19,17 @@ namespace lum::detail {
 
 using CKeyHash = std::uint32_t;
 
-/// Up to eight bytes as a number; of texts of one length, different ones give different numbers.
-inline std::uint64_t ReadWord(const char* bytes, std::size_t size) {
-  std::uint64_t word = 0;
-  std::uint32_t low = 0;
-  if (size == 8) {
-    std::memcpy(&word, bytes, 8);
-  } else if (size >= 4) {
-    std::uint32_t high = 0;
-    std::memcpy(&low, bytes, 4);
-    std::memcpy(&high, bytes + size - 4, 4);
-    word = (std::uint64_t{high} << 32) | low;
-  } else {
-    for (std::size_t i = 0; i < size; ++i) {
-      word = (word << 8) | static_cast<unsigned char>(bytes[i]);
-    }
-  }
-  return word;
-}
-
 inline CKeyHash HashBytes(std::string_view bytes) {
   constexpr std::uint64_t kFactor = 0x9E3779B97F4A7C15;
   std::uint64_t hash = bytes.size();
-  while (!bytes.empty()) {
-    const std::size_t size = std::min<std::size_t>(bytes.size(), 8);
-    hash = (hash ^ ReadWord(bytes.data(), size)) * kFactor;
+  const auto mix = [&](std::uint64_t word) {
+    hash = (hash ^ word) * kFactor;
     hash ^= hash >> 32;
-    bytes.remove_prefix(size);
+  };
+  if (bytes.size() < 8) {
+    mix(ReadWord(bytes.data(), bytes.size()));
+  } else {
+    ForEachEight(bytes.size(), [&](std::size_t place) { mix(ReadWord(bytes.data() + place, 8)); });
   }
   return static_cast<CKeyHash>(hash);
 }
@@ -82,11 +67,16 @@ class CKeyIndex {
     }
   }
 
+  /// Makes room for so many objects.
+  void Reserve(std::size_t count) {
+    if (count * 2 > m_slots.size()) {
+      Grow(std::bit_ceil(std::max(count * 2, kSmallest)));
+    }
+  }
+
   /// Precondition: the key is not there.
   void Add(CKeyHash hash, CPoolIndex object) {
-    if ((m_count + 1) * 2 > m_slots.size()) {
-      Grow();
-    }
+    Reserve(m_count + 1);
     m_slots[PlaceOf(hash, kNoIndex)] = {hash, object};
     ++m_count;
   }
@@ -131,8 +121,8 @@ class CKeyIndex {
     }
     return place;
   }
-  void Grow() {
-    std::vector<Slot> smaller(m_slots.empty() ? kSmallest : m_slots.size() * 2);
+  void Grow(std::size_t size) {
+    std::vector<Slot> smaller(size);
     smaller.swap(m_slots);
     for (const Slot& moved : smaller) {
       if (moved.object != kNoIndex) {

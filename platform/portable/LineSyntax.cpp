@@ -2,6 +2,7 @@
 // around a value can then be kept as they are.
 #include "platform/portable/LineSyntax.h"
 
+#include "platform/portable/AsciiText.h"
 #include "platform/portable/EncodedText.h"
 
 namespace lum::detail {
@@ -16,7 +17,9 @@ class CByteUnits {
   explicit CByteUnits(std::string_view bytes) : m_bytes(bytes) {}
 
   std::size_t Count() const { return m_bytes.size(); }
-  char16_t operator[](std::size_t index) const { return static_cast<unsigned char>(m_bytes[index]); }
+  char16_t operator[](std::size_t index) const {
+    return static_cast<unsigned char>(m_bytes[index]);
+  }
 
  private:
   std::string_view m_bytes;
@@ -87,34 +90,25 @@ CLineSyntax ParseUnits(const Units& units) {
   return units[first] == u'[' ? ParseHeader(units, first) : ParseItem(units, first);
 }
 
-template <typename Ch>
-using TextView = std::basic_string_view<Ch>;
-
-// Looks at all characters, as most texts have none of these: a loop without a way out is turned into
-// one over many characters at once.
-template <typename Ch>
-bool HasOneOf(TextView<Ch> text, Ch first, Ch second, Ch third) {
-  bool found = false;
-  for (const Ch ch : text) {
-    found |= (ch == first) | (ch == second) | (ch == third);
-  }
-  return found;
+bool HasLineBreak(std::wstring_view text) {
+  return text.find_first_of(L"\n\r") != std::wstring_view::npos;
 }
+bool HasLineBreak(std::string_view text) { return HasOneOf(text, '\n', '\r'); }
+
+bool HasLineBreakOrEquals(std::wstring_view text) {
+  return text.find_first_of(L"\n\r=") != std::wstring_view::npos;
+}
+bool HasLineBreakOrEquals(std::string_view text) { return HasOneOf(text, '\n', '\r', '='); }
 
 template <typename Ch>
-bool IsWritableKeyOf(TextView<Ch> key) {
+bool IsWritableKeyOf(std::basic_string_view<Ch> key) {
   const auto isBlank = [](Ch ch) { return ch == Ch{' '} || ch == Ch{'\t'}; };
-  if (key.empty() || HasOneOf(key, Ch{'\n'}, Ch{'\r'}, Ch{'='})) {
+  if (key.empty() || HasLineBreakOrEquals(key)) {
     return false;
   }
   const bool isComment =
       key[0] == Ch{';'} || (key[0] == Ch{'/'} && key.size() > 1 && key[1] == Ch{'/'});
   return !isComment && key[0] != Ch{'['} && !isBlank(key.front()) && !isBlank(key.back());
-}
-
-template <typename Ch>
-bool IsWritableValueOf(TextView<Ch> value) {
-  return !HasOneOf(value, Ch{'\n'}, Ch{'\r'}, Ch{'\n'});
 }
 
 }  // namespace
@@ -138,8 +132,7 @@ bool IsWritableKey(const CFileText& key) {
 }
 
 bool IsWritableValue(const CFileText& value) {
-  return value.isWide ? IsWritableValueOf<wchar_t>(WideChars(value))
-                      : IsWritableValueOf(value.bytes);
+  return !(value.isWide ? HasLineBreak(WideChars(value)) : HasLineBreak(value.bytes));
 }
 
 }  // namespace lum::detail
