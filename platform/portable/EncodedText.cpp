@@ -3,9 +3,10 @@
 #include "platform/portable/EncodedText.h"
 
 #include <algorithm>
-#include <type_traits>
 
 #include "platform/TextEncoding.h"
+#include "platform/portable/AsciiText.h"
+#include "platform/portable/FileText.h"
 
 namespace lum::detail {
 
@@ -25,38 +26,14 @@ bool IsUtf16(TextFileEncoding encoding) {
 bool IsHighSurrogate(char16_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
 bool IsLowSurrogate(char16_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
 
-// Looks at all characters, not only up to the first other one: a loop without a way out is turned
-// into one over many characters at once.
-template <typename Ch>
-bool IsAscii(const Ch* text, std::size_t length) {
-  using Code = std::make_unsigned_t<Ch>;
-  Code bits = 0;
-  for (std::size_t i = 0; i < length; ++i) {
-    bits = static_cast<Code>(bits | static_cast<Code>(text[i]));
-  }
-  return bits < 0x80;
-}
-
-bool IsAscii(std::string_view bytes) { return IsAscii(bytes.data(), bytes.size()); }
-
-bool IsAscii(const CString& text) {
-  return IsAscii(text.GetString(), static_cast<std::size_t>(text.GetLength()));
-}
-
-CString WidenAscii(std::string_view bytes) {
-  const auto length = static_cast<int>(bytes.size());
-  CString text;
-  std::copy(bytes.begin(), bytes.end(), text.GetBuffer(length));
-  text.ReleaseBuffer(length);
-  return text;
-}
-
-void AppendAscii(const CString& text, std::string& bytes) {
+// False, with nothing appended, when the text is not ASCII.
+bool AppendAscii(const CString& text, std::string& bytes) {
   const std::size_t begin = bytes.size();
-  const wchar_t* chars = text.GetString();
-  bytes.resize(begin + static_cast<std::size_t>(text.GetLength()));
-  std::transform(chars, chars + text.GetLength(), bytes.data() + begin,
-                 [](wchar_t ch) { return static_cast<char>(ch); });
+  const auto length = static_cast<std::size_t>(text.GetLength());
+  bytes.resize(begin + length);
+  const bool isAscii = NarrowAscii(text.GetString(), length, bytes.data() + begin);
+  bytes.resize(isAscii ? begin + length : begin);
+  return isAscii;
 }
 
 CStringA ToByteString(std::string_view bytes) {
@@ -177,6 +154,16 @@ std::string_view EncodingMark(TextFileEncoding encoding) {
 
 std::size_t UnitSize(TextFileEncoding encoding) { return IsUtf16(encoding) ? 2 : 1; }
 
+// Looks at all bytes, not only up to the first other one: a loop without a way out is turned into
+// one over many bytes at once.
+bool IsAscii(std::string_view bytes) {
+  unsigned char bits = 0;
+  for (const char byte : bytes) {
+    bits = static_cast<unsigned char>(bits | static_cast<unsigned char>(byte));
+  }
+  return bits < 0x80;
+}
+
 // Line by line, because no sequence spans a line end and a large file needs little memory then. A
 // byte taken as Latin-1 comes back as two, so only valid text keeps its size on the way to wide
 // text and back.
@@ -210,15 +197,14 @@ CString DecodeText(std::string_view bytes, TextFileEncoding encoding) {
     return DecodeUtf16(CCodeUnits(bytes, encoding));
   }
   if (IsAscii(bytes)) {
-    return WidenAscii(bytes);
+    return ToCString({bytes});
   }
   return encoding == TextFileEncoding::Ansi ? AnsiToWide(ToByteString(bytes))
                                             : Utf8ToWide(ToByteString(bytes));
 }
 
 bool EncodeText(const CString& text, TextFileEncoding encoding, std::string& bytes) {
-  if (!IsUtf16(encoding) && IsAscii(text)) {
-    AppendAscii(text, bytes);
+  if (!IsUtf16(encoding) && AppendAscii(text, bytes)) {
     return true;
   }
   const std::size_t begin = bytes.size();

@@ -18,6 +18,7 @@ std::string_view EncodingMark(TextFileEncoding encoding);
 /// How many bytes a code unit has: 2 in UTF-16, else 1.
 std::size_t UnitSize(TextFileEncoding encoding);
 
+bool IsAscii(std::string_view bytes);
 bool IsValidUtf8(std::string_view bytes);
 /// True when the bytes keep the rules of their encoding; ANSI text is held to those of UTF-8, the
 /// only one of the two that has any.

@@ -2,6 +2,8 @@
 // to items stands in FileDocumentItems.cpp.
 #include "platform/portable/FileDocument.h"
 
+#include "platform/portable/EncodedText.h"
+
 namespace lum::detail {
 
 namespace {
@@ -22,9 +24,7 @@ CFileRecord LoadedRecord(CFileRecord::Kind kind, CByteSpan line) {
 
 }  // namespace
 
-CFileDocument::CFileDocument()
-    : m_file(std::make_shared<const std::string>()),
-      m_endsLinesWithReturn(kSystemEndsLinesWithReturn) {
+CFileDocument::CFileDocument() : m_endsLinesWithReturn(kSystemEndsLinesWithReturn) {
   AddBlock(AddSection(CString()), LoadedRecord(Kind::Header, {}));
 }
 
@@ -32,15 +32,14 @@ CFileDocument::CFileDocument()
 
 void CFileDocument::StartLoading(std::shared_ptr<const std::string> file, TextFileEncoding encoding,
                                  bool endsLinesWithReturn) {
-  m_file = std::move(file);
+  m_store = CFileStore(std::move(file));
   m_encoding = encoding;
   m_endsLinesWithReturn = endsLinesWithReturn;
 }
 
 void CFileDocument::AddLoadedHeader(const CString& name, CByteSpan line) {
-  const auto found = m_sectionsByName.find(name);
-  const CPoolIndex section = found != m_sectionsByName.end() ? found->second : AddSection(name);
-  AddBlock(section, LoadedRecord(Kind::Header, line));
+  const CPoolIndex found = FindNamed(name);
+  AddBlock(found != kNoIndex ? found : AddSection(name), LoadedRecord(Kind::Header, line));
 }
 
 void CFileDocument::AddLoadedText(CByteSpan line) {
@@ -52,27 +51,53 @@ void CFileDocument::AddLoadedText(CByteSpan line) {
   }
 }
 
-void CFileDocument::AddLoadedItem(const CString& key, const CString& value, CByteSpan line,
-                                  CByteSpan loadedValue) {
+void CFileDocument::AddLoadedItem(CByteSpan key, CByteSpan value, CByteSpan line) {
   CFileRecord record = LoadedRecord(Kind::Item, line);
-  record.key = key;
-  record.keyHash = HashKey(key);
-  record.value = value;
-  record.loadedValue = loadedValue;
-  const CKeyHash hash = record.keyHash;
-  const CPoolIndex owner = m_blocks[m_lastBlock].section;
-  const CPoolIndex older = FindRecord(owner, key, hash);
-  const CPoolIndex item = InsertAfter(m_blocks[m_lastBlock].last, std::move(record));
-  CFileSection& section = m_sections[owner];
+  record.key = Keep(key);
+  record.value = Keep(value);
+  record.loadedValue = value;
+  record.keyHash = HashKey(m_store.Text(record.key));
+  ++m_sections[m_blocks[m_lastBlock].section].itemCount;
+  InsertAfter(m_blocks[m_lastBlock].last, record);
+}
+
+// The keys are put into the indexes at the end: a short loop waits for several pieces of memory at
+// once, and a table that has its size is not copied.
+void CFileDocument::FinishLoading() {
+  for (CPoolIndex block = m_firstBlock; block != kNoIndex; block = m_blocks[block].next) {
+    CFileSection& section = m_sections[m_blocks[block].section];
+    section.items.Reserve(section.itemCount);
+    CPoolIndex record = m_blocks[block].header;
+    for (; record != kNoIndex; record = m_records[record].next) {
+      if (m_records[record].kind == Kind::Item) {
+        IndexLoaded(section, record);
+      }
+    }
+  }
+}
+
+void CFileDocument::IndexLoaded(CFileSection& section, CPoolIndex item) {
+  CFileRecord& record = m_records[item];
+  const CPoolIndex older = section.items.Find(record.keyHash, [&](CPoolIndex other) {
+    return m_store.Text(m_records[other].key) == m_store.Text(record.key);
+  });
   if (older == kNoIndex) {
-    section.items.Add(hash, item);
-    ++section.itemCount;
+    section.items.Add(record.keyHash, item);
     return;
   }
-  m_records[item].key = m_records[older].key;
-  m_records[item].older = older;
+  record.older = older;
   m_records[older].isShadowed = true;
-  section.items.Replace(hash, older, item);
+  section.items.Replace(record.keyHash, older, item);
+  --section.itemCount;
+}
+
+// Bytes that are the text's form already stay where they are.
+CStoredText CFileDocument::Keep(CByteSpan loaded) {
+  const std::string_view bytes = m_store.Bytes(loaded);
+  if (UnitSize(m_encoding) == 1 && IsAscii(bytes)) {
+    return CFileStore::TextAt(loaded.begin, bytes.size());
+  }
+  return m_store.AddText(CFileTextOf(DecodeText(bytes, m_encoding)));
 }
 
 // ---- Sections
@@ -83,20 +108,28 @@ bool CFileDocument::Exists(CPoolIndex section) const {
          m_sections[section].firstBlock != m_sections[section].lastBlock;
 }
 
+CPoolIndex CFileDocument::FindNamed(const CString& name) const {
+  if (m_recentSection != kNoIndex && m_sections[m_recentSection].name == name) {
+    return m_recentSection;
+  }
+  return m_sectionsByName.Find(
+      HashKey(name), [&](CPoolIndex section) { return m_sections[section].name == name; });
+}
+
 CPoolIndex CFileDocument::FindSection(const CString& name) const {
-  const auto found = m_sectionsByName.find(name);
-  return found != m_sectionsByName.end() && Exists(found->second) ? found->second : kNoIndex;
+  const CPoolIndex found = FindNamed(name);
+  return found != kNoIndex && Exists(found) ? found : kNoIndex;
 }
 
 CPoolIndex CFileDocument::FindOrAddSection(const CString& name) {
-  const auto found = m_sectionsByName.find(name);
-  if (found != m_sectionsByName.end()) {
-    return found->second;
+  const CPoolIndex found = FindNamed(name);
+  if (found != kNoIndex) {
+    return found;
   }
   const CPoolIndex section = AddSection(name);
   CFileRecord header;
   header.kind = Kind::Header;
-  AddBlock(section, std::move(header));
+  AddBlock(section, header);
   return section;
 }
 
@@ -111,13 +144,15 @@ void CFileDocument::RemoveSection(CPoolIndex section) {
     block = next;
   }
   if (section != kTopSection) {
-    m_sectionsByName.erase(m_sections[section].name);
+    m_sectionsByName.Remove(m_sections[section].nameHash, section);
     m_sections.Free(section);
+    m_recentSection = kNoIndex;
     return;
   }
   CFileSection emptied;
   emptied.firstBlock = emptied.lastBlock = m_sections[kTopSection].firstBlock;
   m_blocks[emptied.firstBlock].nextOfSection = kNoIndex;
+  emptied.nameHash = m_sections[kTopSection].nameHash;
   m_sections[kTopSection] = std::move(emptied);
 }
 
@@ -135,20 +170,22 @@ std::vector<CString> CFileDocument::SectionNames() const {
 CPoolIndex CFileDocument::AddSection(const CString& name) {
   CFileSection section;
   section.name = name;
-  const CPoolIndex index = m_sections.Add(std::move(section));
-  m_sectionsByName.emplace(name, index);
+  const CKeyHash hash = section.nameHash = HashKey(name);
+  const CPoolIndex index = m_sections.Add(section);
+  m_sectionsByName.Add(hash, index);
+  m_recentSection = index;
   return index;
 }
 
 // ---- Blocks
 
-CPoolIndex CFileDocument::AddBlock(CPoolIndex section, CFileRecord header) {
+CPoolIndex CFileDocument::AddBlock(CPoolIndex section, const CFileRecord& header) {
   CFileBlock block;
   block.section = section;
   block.previous = m_lastBlock;
   const CPoolIndex index = m_blocks.Add(block);
-  header.block = index;
-  const CPoolIndex record = m_records.Add(std::move(header));
+  const CPoolIndex record = m_records.Add(header);
+  m_records[record].block = index;
   m_blocks[index].header = m_blocks[index].last = m_blocks[index].lastItem = record;
 
   (m_lastBlock == kNoIndex ? m_firstBlock : m_blocks[m_lastBlock].next) = index;
@@ -175,7 +212,7 @@ void CFileDocument::RemoveRecords(CPoolIndex block) {
   CPoolIndex record = m_records[emptied.header].next;
   while (record != kNoIndex) {
     const CPoolIndex next = m_records[record].next;
-    m_records.Free(record);
+    FreeRecord(record);
     record = next;
   }
   m_records[emptied.header].next = kNoIndex;
@@ -184,8 +221,8 @@ void CFileDocument::RemoveRecords(CPoolIndex block) {
 
 // ---- Records of a block
 
-CPoolIndex CFileDocument::InsertAfter(CPoolIndex place, CFileRecord record) {
-  const CPoolIndex index = m_records.Add(std::move(record));
+CPoolIndex CFileDocument::InsertAfter(CPoolIndex place, const CFileRecord& record) {
+  const CPoolIndex index = m_records.Add(record);
   LinkAfter(place, index);
   return index;
 }
@@ -221,6 +258,12 @@ void CFileDocument::RemoveRecord(CPoolIndex record) {
     section.cursor = ItemOrHeaderAbove(record);
   }
   Unlink(record);
+  FreeRecord(record);
+}
+
+void CFileDocument::FreeRecord(CPoolIndex record) {
+  DropText(m_records[record].key);
+  DropText(m_records[record].value);
   m_records.Free(record);
 }
 

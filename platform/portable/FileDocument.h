@@ -11,30 +11,26 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
 #include "platform/FileObject.h"
+#include "platform/portable/FileStore.h"
+#include "platform/portable/FileText.h"
 #include "platform/portable/IndexPool.h"
 #include "platform/portable/KeyIndex.h"
-#include "platform/portable/TextHash.h"
 
 namespace lum::detail {
-
-/// A range of the loaded file's bytes. kMaxFileBytes fits into the offsets.
-struct CByteSpan {
-  std::uint32_t begin = 0;
-  std::uint32_t end = 0;
-};
 
 struct CFileRecord {
   enum class Kind : std::uint8_t { Text, Header, Item };
 
-  CString key;            ///< Of an item.
-  CString value;          ///< Of an item.
-  CByteSpan line;         ///< The loaded line or lines with their terminators.
-  CByteSpan loadedValue;  ///< Of an item.
+  /// What is written while nothing is changed: the loaded line or lines with their terminators, or
+  /// the line of an item that was added. Empty when there is none.
+  CByteSpan line;
+  CStoredText key;        ///< Of an item.
+  CStoredText value;      ///< Of an item.
+  CByteSpan loadedValue;  ///< Of a loaded item.
   CPoolIndex block = kNoIndex;
   CPoolIndex previous = kNoIndex;  ///< In the block.
   CPoolIndex next = kNoIndex;
@@ -62,6 +58,7 @@ struct CFileBlock {
 
 struct CFileSection {
   CString name;
+  CKeyHash nameHash = 0;
   CPoolIndex firstBlock = kNoIndex;
   CPoolIndex lastBlock = kNoIndex;
   /// The record that counts for each key, remembered ones included.
@@ -78,8 +75,6 @@ struct CFileSection {
 
 class CFileDocument {
  public:
-  using Items = std::vector<std::pair<CString, CString>>;
-
   /// The lines above all headers belong to this section, whose name is empty. It is always there.
   static constexpr CPoolIndex kTopSection = 0;
 
@@ -91,8 +86,8 @@ class CFileDocument {
                     bool endsLinesWithReturn);
   void AddLoadedHeader(const CString& name, CByteSpan line);
   void AddLoadedText(CByteSpan line);
-  void AddLoadedItem(const CString& key, const CString& value, CByteSpan line,
-                     CByteSpan loadedValue);
+  void AddLoadedItem(CByteSpan key, CByteSpan value, CByteSpan line);
+  void FinishLoading();
 
   // ---- Sections
 
@@ -105,30 +100,33 @@ class CFileDocument {
 
   // ---- Items
 
-  const CFileRecord* FindItem(CPoolIndex section, const CString& key) const;
+  /// kNoIndex when there is none.
+  CPoolIndex FindItem(CPoolIndex section, const CFileText& key) const;
   /// False when there is no such item.
-  bool ReplaceItem(CPoolIndex section, const CString& key, const CString& value);
+  bool ReplaceItem(CPoolIndex section, const CFileText& key, const CFileText& value);
   /// Replaces an item or adds it: at the end of the section or, while places are remembered, at the
   /// cursor.
-  void PutItem(CPoolIndex section, const CString& key, const CString& value);
-  bool RemoveItem(CPoolIndex section, const CString& key);
+  void PutItem(CPoolIndex section, const CFileText& key, const CFileText& value);
+  bool RemoveItem(CPoolIndex section, const CFileText& key);
   /// False when there is no such item or the new key is taken.
-  bool RenameItem(CPoolIndex section, const CString& key, const CString& newKey);
+  bool RenameItem(CPoolIndex section, const CFileText& key, const CFileText& newKey);
   /// False when the other item is missing or the key is taken.
-  bool InsertItem(CPoolIndex section, const CString& beforeKey, const CString& key,
-                  const CString& value);
-  /// Makes these the section's only items, in their order, and remembers the places of loaded lines
-  /// whose items are gone.
-  void ReplaceItems(CPoolIndex section, const Items& items);
+  bool InsertItem(CPoolIndex section, const CFileText& beforeKey, const CFileText& key,
+                  const CFileText& value);
+  /// Makes those of another section the section's only items, in their order, and remembers the
+  /// places of loaded lines whose items are gone.
+  /// Precondition: the items are another document's. A section of kNoIndex has none.
+  void ReplaceItems(CPoolIndex section, const CFileDocument& from, CPoolIndex fromSection);
   void ForgetPlaces();
 
-  /// The next item that counts below a record of the same section; kNoIndex at the end of the walk,
-  /// which begins with the section's first header.
+  /// The next item that counts below a record of the same section; kNoIndex at the end of the walk.
   CPoolIndex NextItem(CPoolIndex record) const;
-  CPoolIndex FirstHeader(CPoolIndex section) const {
-    return m_blocks[m_sections[section].firstBlock].header;
+  CPoolIndex FirstItem(CPoolIndex section) const {
+    return section == kNoIndex ? kNoIndex
+                               : NextItem(m_blocks[m_sections[section].firstBlock].header);
   }
-  Items AllItems(CPoolIndex section) const;
+  CFileText Key(CPoolIndex item) const { return m_store.Text(m_records[item].key); }
+  CFileText Value(CPoolIndex item) const { return m_store.Text(m_records[item].value); }
 
   // ---- What it is made of, in the order of the file
 
@@ -137,37 +135,40 @@ class CFileDocument {
   const CFileRecord& Record(CPoolIndex record) const { return m_records[record]; }
   const CFileSection& Section(CPoolIndex section) const { return m_sections[section]; }
 
-  const std::string& LoadedFile() const { return *m_file; }
-  std::string_view Bytes(CByteSpan span) const {
-    return std::string_view(*m_file).substr(span.begin, span.end - span.begin);
-  }
+  const CFileStore& Store() const { return m_store; }
   TextFileEncoding Encoding() const { return m_encoding; }
   bool EndsLinesWithReturn() const { return m_endsLinesWithReturn; }
 
  private:
   using Kind = CFileRecord::Kind;
 
+  CStoredText Keep(CByteSpan loaded);
+  void IndexLoaded(CFileSection& section, CPoolIndex item);
+  CPoolIndex FindNamed(const CString& name) const;
   CPoolIndex AddSection(const CString& name);
-  CPoolIndex AddBlock(CPoolIndex section, CFileRecord header);
+  CPoolIndex AddBlock(CPoolIndex section, const CFileRecord& header);
   void UnlinkBlock(CPoolIndex block);
   void RemoveRecords(CPoolIndex block);
   bool Exists(CPoolIndex section) const;
 
   /// The record that counts for a key, also a remembered one; kNoIndex when there is none.
-  CPoolIndex FindRecord(CPoolIndex section, const CString& key, CKeyHash hash) const;
-  /// The same of an item, so not a remembered one.
-  CPoolIndex FindItemRecord(CPoolIndex section, const CString& key) const;
-  CPoolIndex InsertAfter(CPoolIndex place, CFileRecord record);
+  CPoolIndex FindRecord(CPoolIndex section, const CFileText& key, CKeyHash hash) const;
+  CPoolIndex InsertAfter(CPoolIndex place, const CFileRecord& record);
   void LinkAfter(CPoolIndex place, CPoolIndex record);
   void Unlink(CPoolIndex record);
   void RemoveRecord(CPoolIndex record);
+  void FreeRecord(CPoolIndex record);
   void RemoveKey(CPoolIndex section, CPoolIndex item);
-  bool FreeKey(CPoolIndex section, const CString& key);
-  bool IsLoadedKey(const CFileRecord& item, const CString& key) const;
+  bool FreeKey(CPoolIndex section, const CFileText& key);
+  bool IsLoadedKey(const CFileRecord& item, const CFileText& key) const;
   CPoolIndex ItemOrHeaderAbove(CPoolIndex record) const;
 
-  void SetValue(CFileRecord& item, const CString& value);
-  void AddItem(CPoolIndex section, CFileRecord item);
+  CFileRecord NewItem(const CFileText& key, CKeyHash hash, const CFileText& value);
+  void DropText(CStoredText text);
+  void TidyTexts();
+  void MoveTexts(CFileRecord& record, CFileStore& target) const;
+  void SetValue(CFileRecord& item, const CFileText& value);
+  void AddItem(CPoolIndex section, const CFileRecord& item);
   void Revive(CPoolIndex section, CPoolIndex item);
   void FollowWithCursor(CPoolIndex section, CPoolIndex item);
   CPoolIndex EndOfItems(CPoolIndex section);
@@ -185,10 +186,12 @@ class CFileDocument {
   CIndexPool<CFileRecord> m_records;
   CIndexPool<CFileBlock> m_blocks;
   CIndexPool<CFileSection> m_sections;
-  std::unordered_map<CString, CPoolIndex, CTextHash> m_sectionsByName;
+  CKeyIndex m_sectionsByName;
+  /// Where the last item was put, as most often the next one, too.
+  CPoolIndex m_recentSection = kNoIndex;
   CPoolIndex m_firstBlock = kNoIndex;
   CPoolIndex m_lastBlock = kNoIndex;
-  std::shared_ptr<const std::string> m_file;
+  CFileStore m_store;
   TextFileEncoding m_encoding = TextFileEncoding::Utf8;
   bool m_endsLinesWithReturn;
 };

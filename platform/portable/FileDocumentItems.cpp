@@ -6,43 +6,17 @@
 
 namespace lum::detail {
 
-namespace {
-
-CFileRecord NewItem(const CString& key, CKeyHash hash, const CString& value) {
-  CFileRecord item;
-  item.kind = CFileRecord::Kind::Item;
-  item.key = key;
-  item.keyHash = hash;
-  item.value = value;
-  return item;
-}
-
-}  // namespace
-
 // ---- Reading
 
-const CFileRecord* CFileDocument::FindItem(CPoolIndex section, const CString& key) const {
-  const CPoolIndex item = FindItemRecord(section, key);
-  return item == kNoIndex ? nullptr : &m_records[item];
-}
-
-CPoolIndex CFileDocument::FindItemRecord(CPoolIndex section, const CString& key) const {
+CPoolIndex CFileDocument::FindItem(CPoolIndex section, const CFileText& key) const {
   const CPoolIndex item = FindRecord(section, key, HashKey(key));
   return item == kNoIndex || m_records[item].isRemembered ? kNoIndex : item;
 }
 
-CPoolIndex CFileDocument::FindRecord(CPoolIndex section, const CString& key, CKeyHash hash) const {
+CPoolIndex CFileDocument::FindRecord(CPoolIndex section, const CFileText& key,
+                                     CKeyHash hash) const {
   return m_sections[section].items.Find(
-      hash, [&](CPoolIndex item) { return m_records[item].key == key; });
-}
-
-CFileDocument::Items CFileDocument::AllItems(CPoolIndex section) const {
-  Items items;
-  CPoolIndex item = NextItem(FirstHeader(section));
-  for (; item != kNoIndex; item = NextItem(item)) {
-    items.emplace_back(m_records[item].key, m_records[item].value);
-  }
-  return items;
+      hash, [&](CPoolIndex item) { return m_store.Text(m_records[item].key) == key; });
 }
 
 CPoolIndex CFileDocument::NextItem(CPoolIndex record) const {
@@ -66,16 +40,24 @@ CPoolIndex CFileDocument::NextItem(CPoolIndex record) const {
 // ---- Changing
 
 // A value that is set back to the loaded one gives the line its loaded bytes again.
-void CFileDocument::SetValue(CFileRecord& item, const CString& value) {
-  if (item.value == value) {
+void CFileDocument::SetValue(CFileRecord& item, const CFileText& value) {
+  if (m_store.Text(item.value) == value) {
     return;
   }
-  item.value = value;
-  item.isChanged = item.isLoaded && DecodeText(Bytes(item.loadedValue), m_encoding) != value;
+  TidyTexts();
+  const CStoredText added = m_store.AddText(value);
+  DropText(item.value);
+  item.value = added;
+  if (item.isLoaded) {
+    const CString loaded = DecodeText(m_store.Bytes(item.loadedValue), m_encoding);
+    item.isChanged = !(CFileTextOf(loaded) == value);
+  } else {
+    item.line = {};
+  }
 }
 
-bool CFileDocument::ReplaceItem(CPoolIndex section, const CString& key, const CString& value) {
-  const CPoolIndex item = FindItemRecord(section, key);
+bool CFileDocument::ReplaceItem(CPoolIndex section, const CFileText& key, const CFileText& value) {
+  const CPoolIndex item = FindItem(section, key);
   if (item == kNoIndex) {
     return false;
   }
@@ -83,7 +65,8 @@ bool CFileDocument::ReplaceItem(CPoolIndex section, const CString& key, const CS
   return true;
 }
 
-void CFileDocument::PutItem(CPoolIndex section, const CString& key, const CString& value) {
+void CFileDocument::PutItem(CPoolIndex section, const CFileText& key, const CFileText& value) {
+  m_recentSection = section;
   const CKeyHash hash = HashKey(key);
   const CPoolIndex item = FindRecord(section, key, hash);
   if (item == kNoIndex) {
@@ -97,8 +80,8 @@ void CFileDocument::PutItem(CPoolIndex section, const CString& key, const CStrin
   SetValue(m_records[item], value);
 }
 
-bool CFileDocument::RemoveItem(CPoolIndex section, const CString& key) {
-  const CPoolIndex item = FindItemRecord(section, key);
+bool CFileDocument::RemoveItem(CPoolIndex section, const CFileText& key) {
+  const CPoolIndex item = FindItem(section, key);
   if (item == kNoIndex) {
     return false;
   }
@@ -118,33 +101,39 @@ void CFileDocument::RemoveKey(CPoolIndex section, CPoolIndex item) {
 }
 
 // All lines of the key are renamed: an overridden one would count under the old key otherwise.
-bool CFileDocument::RenameItem(CPoolIndex section, const CString& key, const CString& newKey) {
-  const CPoolIndex item = FindItemRecord(section, key);
+bool CFileDocument::RenameItem(CPoolIndex section, const CFileText& key, const CFileText& newKey) {
+  const CPoolIndex item = FindItem(section, key);
   if (item == kNoIndex || !FreeKey(section, newKey)) {
     return false;
   }
+  TidyTexts();
   const CKeyHash newHash = HashKey(newKey);
   m_sections[section].items.Remove(m_records[item].keyHash, item);
   m_sections[section].items.Add(newHash, item);
   for (CPoolIndex line = item; line != kNoIndex; line = m_records[line].older) {
     CFileRecord& renamed = m_records[line];
-    renamed.key = newKey;
+    const CStoredText added = m_store.AddText(newKey);
+    DropText(renamed.key);
+    renamed.key = added;
     renamed.keyHash = newHash;
     renamed.isRenamed = renamed.isLoaded && !IsLoadedKey(renamed, newKey);
+    if (!renamed.isLoaded) {
+      renamed.line = {};
+    }
   }
   return true;
 }
 
-bool CFileDocument::IsLoadedKey(const CFileRecord& item, const CString& key) const {
-  const std::string_view line = Bytes(item.line);
+bool CFileDocument::IsLoadedKey(const CFileRecord& item, const CFileText& key) const {
+  const std::string_view line = m_store.Bytes(item.line);
   const CLineSyntax syntax = ParseLine(line, m_encoding);
   const std::string_view name = line.substr(syntax.nameBegin, syntax.nameEnd - syntax.nameBegin);
-  return DecodeText(name, m_encoding) == key;
+  return CFileTextOf(DecodeText(name, m_encoding)) == key;
 }
 
-bool CFileDocument::InsertItem(CPoolIndex section, const CString& beforeKey, const CString& key,
-                               const CString& value) {
-  const CPoolIndex before = FindItemRecord(section, beforeKey);
+bool CFileDocument::InsertItem(CPoolIndex section, const CFileText& beforeKey, const CFileText& key,
+                               const CFileText& value) {
+  const CPoolIndex before = FindItem(section, beforeKey);
   if (before == kNoIndex || !FreeKey(section, key)) {
     return false;
   }
@@ -152,14 +141,14 @@ bool CFileDocument::InsertItem(CPoolIndex section, const CString& beforeKey, con
   const CKeyHash hash = HashKey(key);
   CFileRecord item = NewItem(key, hash, value);
   item.order = m_records[above].order;
-  m_sections[section].items.Add(hash, InsertAfter(above, std::move(item)));
+  m_sections[section].items.Add(hash, InsertAfter(above, item));
   ++m_sections[section].itemCount;
   return true;
 }
 
 // Forgets the remembered place of a key, so that the key can stand elsewhere. False when an item
 // has the key.
-bool CFileDocument::FreeKey(CPoolIndex section, const CString& key) {
+bool CFileDocument::FreeKey(CPoolIndex section, const CFileText& key) {
   const CPoolIndex item = FindRecord(section, key, HashKey(key));
   if (item == kNoIndex) {
     return true;
@@ -171,18 +160,79 @@ bool CFileDocument::FreeKey(CPoolIndex section, const CString& key) {
   return true;
 }
 
+// ---- Texts
+
+// The line of a new item is written as a whole where that is its very bytes, so that saving has
+// little to do. It is made piece by piece otherwise.
+CFileRecord CFileDocument::NewItem(const CFileText& key, CKeyHash hash, const CFileText& value) {
+  TidyTexts();
+  CFileRecord item;
+  item.kind = Kind::Item;
+  item.keyHash = hash;
+  if (UnitSize(m_encoding) == 1 && !key.isWide && !value.isWide) {
+    item.line = m_store.AddLine(key.bytes, value.bytes, m_endsLinesWithReturn ? "\r\n" : "\n");
+    item.key = CFileStore::TextAt(item.line.begin, key.bytes.size());
+    item.value = CFileStore::TextAt(item.line.begin + item.key.size + 1, value.bytes.size());
+  } else {
+    item.key = m_store.AddText(key);
+    item.value = m_store.AddText(value);
+  }
+  return item;
+}
+
+void CFileDocument::DropText(CStoredText text) {
+  if (CFileStore::IsAdded(text.begin)) {
+    m_store.Drop(text.size);
+  }
+}
+
+// Texts that nothing refers to any more are as good as gone: moving the others together takes time
+// for every record, so it waits until there is much to gain. No record may be on its way.
+void CFileDocument::TidyTexts() {
+  constexpr std::size_t kWorthwhile = 4096;
+  constexpr std::size_t kPerRecord = 16;
+  if (m_store.Dropped() < kWorthwhile + kPerRecord * m_records.Size() ||
+      m_store.Dropped() < m_store.AddedSize() / 2) {
+    return;
+  }
+  CFileStore tidy = m_store.WithoutAdded();
+  for (CPoolIndex block = m_firstBlock; block != kNoIndex; block = m_blocks[block].next) {
+    CPoolIndex record = m_blocks[block].header;
+    for (; record != kNoIndex; record = m_records[record].next) {
+      MoveTexts(m_records[record], tidy);
+    }
+  }
+  m_store = std::move(tidy);
+}
+
+void CFileDocument::MoveTexts(CFileRecord& record, CFileStore& target) const {
+  if (!record.isLoaded && !record.line.IsEmpty()) {
+    const std::uint32_t move = target.End() - record.line.begin;
+    target.Add(m_store.Bytes(record.line));
+    record.line.begin += move;
+    record.line.end += move;
+    record.key.begin += move;
+    record.value.begin += move;
+    return;
+  }
+  for (CStoredText* text : {&record.key, &record.value}) {
+    if (CFileStore::IsAdded(text->begin)) {
+      *text = target.AddText(m_store.Text(*text));
+    }
+  }
+}
+
 // ---- The place of a new item
 
-void CFileDocument::AddItem(CPoolIndex section, CFileRecord item) {
-  const CPoolIndex cursor = m_sections[section].cursor;
-  const CPoolIndex place = cursor != kNoIndex ? cursor : EndOfItems(section);
-  const CKeyHash hash = item.keyHash;
-  item.order = m_sections[section].cursorOrder;
-  const CPoolIndex added = InsertAfter(place, std::move(item));
-  m_sections[section].items.Add(hash, added);
-  ++m_sections[section].itemCount;
-  if (cursor != kNoIndex) {
-    m_sections[section].cursor = added;
+void CFileDocument::AddItem(CPoolIndex section, const CFileRecord& item) {
+  CFileSection& owner = m_sections[section];
+  const CPoolIndex place = owner.cursor != kNoIndex ? owner.cursor : EndOfItems(section);
+  const CPoolIndex added = InsertAfter(place, item);
+  m_records[added].order = owner.cursorOrder;
+  owner.items.Add(item.keyHash, added);
+  ++owner.itemCount;
+  if (owner.cursor != kNoIndex) {
+    owner.cursor = added;
   }
 }
 
@@ -213,7 +263,7 @@ CPoolIndex CFileDocument::AfterLeadingComment(CPoolIndex block) {
 }
 
 std::uint32_t CFileDocument::FirstBlankLine(CByteSpan text) const {
-  const std::string_view file = std::string_view(*m_file).substr(0, text.end);
+  const std::string_view file = std::string_view(m_store.Loaded()).substr(0, text.end);
   std::size_t begin = text.begin;
   while (begin < text.end) {
     const CLineBounds line = LineAt(file, begin, m_encoding);
@@ -233,17 +283,19 @@ CPoolIndex CFileDocument::SplitText(CPoolIndex text, std::uint32_t place) {
   lower.isLoaded = true;
   lower.line = {place, m_records[text].line.end};
   m_records[text].line.end = place;
-  InsertAfter(text, std::move(lower));
+  InsertAfter(text, lower);
   return text;
 }
 
 // ---- Remembered places
 
-void CFileDocument::ReplaceItems(CPoolIndex section, const Items& items) {
+void CFileDocument::ReplaceItems(CPoolIndex section, const CFileDocument& from,
+                                 CPoolIndex fromSection) {
   RememberAll(section);
   RestartCursor(section);
-  for (const auto& [key, value] : items) {
-    PutItem(section, key, value);
+  for (CPoolIndex item = from.FirstItem(fromSection); item != kNoIndex;
+       item = from.NextItem(item)) {
+    PutItem(section, from.Key(item), from.Value(item));
   }
   ForgetRemembered(section, false);
   RestartCursor(section);

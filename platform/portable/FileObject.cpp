@@ -13,7 +13,8 @@
 #include "platform/portable/LineSyntax.h"
 
 using lum::detail::CFileDocument;
-using lum::detail::CFileRecord;
+using lum::detail::CFileText;
+using lum::detail::CFileTextOf;
 using lum::detail::CPoolIndex;
 using lum::detail::IsWritableKey;
 using lum::detail::IsWritableSectionName;
@@ -60,18 +61,20 @@ bool Attempt(const wchar_t* what, const CString& path, CString& lastError, Step 
 
 // An item that the file holds already may have been loaded from a line that nobody else could
 // write.
-bool CanHold(const CFileDocument& content, CPoolIndex section, const CString& key,
-             const CString& value) {
+bool CanHold(const CFileDocument& content, CPoolIndex section, const CFileText& key,
+             const CFileText& value) {
   if (IsWritableKey(key) && IsWritableValue(value)) {
     return true;
   }
-  const CFileRecord* item = section == kNoIndex ? nullptr : content.FindItem(section, key);
-  return item != nullptr && item->value == value;
+  const CPoolIndex item = section == kNoIndex ? kNoIndex : content.FindItem(section, key);
+  return item != kNoIndex && content.Value(item) == value;
 }
 
-bool CanHold(const CFileDocument& content, CPoolIndex section, const CFileDocument::Items& items) {
-  for (const auto& [key, value] : items) {
-    if (!CanHold(content, section, key, value)) {
+bool CanHoldItems(const CFileDocument& content, CPoolIndex section, const CFileDocument& from,
+                  CPoolIndex fromSection) {
+  CPoolIndex item = from.FirstItem(fromSection);
+  for (; item != kNoIndex; item = from.NextItem(item)) {
+    if (!CanHold(content, section, from.Key(item), from.Value(item))) {
       return false;
     }
   }
@@ -82,8 +85,8 @@ bool ReadItem(const CFileDocument& content, CPoolIndex item, CString& key, CStri
   if (item == kNoIndex) {
     return false;
   }
-  key = content.Record(item).key;
-  value = content.Record(item).value;
+  ReadText(content.Key(item), key);
+  ReadText(content.Value(item), value);
   return true;
 }
 
@@ -138,7 +141,7 @@ TextFileEncoding FileObject::Encoding() const noexcept {
 
 std::vector<FileObjectLine> FileObject::LoadedLines() const {
   const CFileDocument& content = Document::Of(*this).content;
-  return lum::detail::DescribeLines(content.LoadedFile(), content.Encoding());
+  return lum::detail::DescribeLines(content.Store().Loaded(), content.Encoding());
 }
 
 // ---- Sections
@@ -148,7 +151,7 @@ bool FileObject::CreateSection(const CString& section, bool clear) {
   const CPoolIndex found = content.FindSection(section);
   if (found != kNoIndex) {
     if (clear) {
-      content.ReplaceItems(found, {});
+      content.ReplaceItems(found, Document::empty.content, kNoIndex);
     }
     return true;
   }
@@ -184,17 +187,19 @@ int FileObject::ItemCount(const CString& section) const {
 }
 
 bool FileObject::CopySection(const CString& section, const FileObject& from) {
+  if (&from == this) {
+    return CopySection(section, FileObject(from));
+  }
   CFileDocument& content = Document::Of(*this).content;
   const CFileDocument& source = Document::Of(from).content;
   const CPoolIndex sourceSection = source.FindSection(section);
-  const CFileDocument::Items items =
-      sourceSection == kNoIndex ? CFileDocument::Items() : source.AllItems(sourceSection);
   const CPoolIndex found = content.FindSection(section);
-  if ((found == kNoIndex && !IsWritableSectionName(section)) || !CanHold(content, found, items)) {
+  if ((found == kNoIndex && !IsWritableSectionName(section)) ||
+      !CanHoldItems(content, found, source, sourceSection)) {
     return false;
   }
   if (found != kNoIndex || sourceSection != kNoIndex) {
-    content.ReplaceItems(content.FindOrAddSection(section), items);
+    content.ReplaceItems(content.FindOrAddSection(section), source, sourceSection);
   }
   return true;
 }
@@ -203,50 +208,59 @@ bool FileObject::CopySection(const CString& section, const FileObject& from) {
 
 bool FileObject::SetItem(const CString& section, const CString& key, const CString& value,
                          bool create) {
-  if (!IsWritableKey(key) || !IsWritableValue(value)) {
+  const CFileTextOf keyText(key);
+  const CFileTextOf valueText(value);
+  if (!IsWritableKey(keyText) || !IsWritableValue(valueText)) {
     return false;
   }
   CFileDocument& content = Document::Of(*this).content;
-  const CPoolIndex found = content.FindSection(section);
+  CPoolIndex found = content.FindSection(section);
   if (!create) {
-    return found != kNoIndex && content.ReplaceItem(found, key, value);
+    return found != kNoIndex && content.ReplaceItem(found, keyText, valueText);
   }
-  if (found == kNoIndex && !IsWritableSectionName(section)) {
-    return false;
+  if (found == kNoIndex) {
+    if (!IsWritableSectionName(section)) {
+      return false;
+    }
+    found = content.FindOrAddSection(section);
   }
-  content.PutItem(content.FindOrAddSection(section), key, value);
+  content.PutItem(found, keyText, valueText);
   return true;
 }
 
 bool FileObject::GetItem(const CString& section, const CString& key, CString& value) const {
   const CFileDocument& content = Document::Of(*this).content;
   const CPoolIndex found = content.FindSection(section);
-  const CFileRecord* item = found == kNoIndex ? nullptr : content.FindItem(found, key);
-  if (item == nullptr) {
+  const CPoolIndex item = found == kNoIndex ? kNoIndex : content.FindItem(found, CFileTextOf(key));
+  if (item == kNoIndex) {
     return false;
   }
-  value = item->value;
+  ReadText(content.Value(item), value);
   return true;
 }
 
 bool FileObject::RemoveItem(const CString& section, const CString& key) {
   CFileDocument& content = Document::Of(*this).content;
   const CPoolIndex found = content.FindSection(section);
-  return found != kNoIndex && content.RemoveItem(found, key);
+  return found != kNoIndex && content.RemoveItem(found, CFileTextOf(key));
 }
 
 bool FileObject::RenameItem(const CString& section, const CString& key, const CString& newKey) {
   CFileDocument& content = Document::Of(*this).content;
   const CPoolIndex found = content.FindSection(section);
-  return found != kNoIndex && IsWritableKey(newKey) && content.RenameItem(found, key, newKey);
+  const CFileTextOf newText(newKey);
+  return found != kNoIndex && IsWritableKey(newText) &&
+         content.RenameItem(found, CFileTextOf(key), newText);
 }
 
 bool FileObject::InsertItem(const CString& section, const CString& beforeKey, const CString& key,
                             const CString& value) {
   CFileDocument& content = Document::Of(*this).content;
   const CPoolIndex found = content.FindSection(section);
-  return found != kNoIndex && IsWritableKey(key) && IsWritableValue(value) &&
-         content.InsertItem(found, beforeKey, key, value);
+  const CFileTextOf keyText(key);
+  const CFileTextOf valueText(value);
+  return found != kNoIndex && IsWritableKey(keyText) && IsWritableValue(valueText) &&
+         content.InsertItem(found, CFileTextOf(beforeKey), keyText, valueText);
 }
 
 bool FileObject::GetFirstMapEntry(FobjSection& walk, const CString& section, CString& key,
@@ -254,8 +268,7 @@ bool FileObject::GetFirstMapEntry(FobjSection& walk, const CString& section, CSt
   const CFileDocument& content = Document::Of(*this).content;
   walk = FobjSection();
   const CPoolIndex found = content.FindSection(section);
-  const CPoolIndex item =
-      found == kNoIndex ? kNoIndex : content.NextItem(content.FirstHeader(found));
+  const CPoolIndex item = content.FirstItem(found);
   if (!ReadItem(content, item, key, value)) {
     return false;
   }

@@ -53,13 +53,11 @@ void AddLine(const CTextFile& file, const CLineBounds& line, CFileDocument& docu
     document.AddLoadedText(span);
     return;
   }
-  const CString name =
-      DecodeText(text.substr(syntax.nameBegin, syntax.nameEnd - syntax.nameBegin), file.encoding);
+  const CByteSpan name = Span(line.begin + syntax.nameBegin, line.begin + syntax.nameEnd);
   if (syntax.kind == LineKind::Section) {
-    document.AddLoadedHeader(name, span);
+    document.AddLoadedHeader(DecodeText(document.Store().Bytes(name), file.encoding), span);
   } else {
-    document.AddLoadedItem(name, DecodeText(text.substr(syntax.valueBegin), file.encoding), span,
-                           Span(line.begin + syntax.valueBegin, line.end));
+    document.AddLoadedItem(name, Span(line.begin + syntax.valueBegin, line.end), span);
   }
 }
 
@@ -68,13 +66,17 @@ void AddLine(const CTextFile& file, const CLineBounds& line, CFileDocument& docu
 class CFileWriter {
  public:
   CFileWriter(const CFileDocument& document, std::string& file, CString& error)
-      : m_document(document), m_encoding(document.Encoding()), m_file(file), m_error(error) {
+      : m_document(document),
+        m_store(document.Store()),
+        m_encoding(document.Encoding()),
+        m_file(file),
+        m_error(error) {
     m_file = EncodingMark(m_encoding);
     m_begin = m_file.size();
   }
 
   bool Write() {
-    m_file.reserve(m_document.LoadedFile().size());
+    m_file.reserve(m_store.Loaded().size() + m_store.AddedSize());
     CPoolIndex block = m_document.FirstBlock();
     for (; block != kNoIndex; block = m_document.Block(block).next) {
       CPoolIndex record = m_document.Block(block).header;
@@ -84,8 +86,9 @@ class CFileWriter {
         }
       }
     }
-    const CTextFile loaded(m_document.LoadedFile(), m_encoding);
-    m_file += std::string_view(m_document.LoadedFile()).substr(loaded.end);
+    FlushLines();
+    const CTextFile loaded(m_store.Loaded(), m_encoding);
+    m_file += std::string_view(m_store.Loaded()).substr(loaded.end);
     return CheckReadsBack();
   }
 
@@ -94,28 +97,46 @@ class CFileWriter {
     if (record.isRemembered || (record.isLoaded && record.line.begin == record.line.end)) {
       return true;
     }
+    if (!record.line.IsEmpty() && !record.isChanged && !record.isRenamed) {
+      WriteLines(record.line);
+      return true;
+    }
+    FlushLines();
     EndLine();
     if (!record.isLoaded) {
       return record.kind == CFileRecord::Kind::Header ? WriteNewHeader(record)
                                                       : WriteNewItem(record);
     }
-    if (!record.isChanged && !record.isRenamed) {
-      m_file += m_document.Bytes(record.line);
-      return true;
-    }
     return WriteLoadedKey(record) && WriteLoadedValue(record);
+  }
+
+  // Lines that follow each other in the store, too, are written at once. Each of them but the last
+  // has its terminator then.
+  void WriteLines(CByteSpan lines) {
+    if (!m_lines.IsEmpty() && lines.begin == m_lines.end) {
+      m_lines.end = lines.end;
+      return;
+    }
+    FlushLines();
+    EndLine();
+    m_lines = lines;
+  }
+
+  void FlushLines() {
+    m_file += m_store.Bytes(m_lines);
+    m_lines = {};
   }
 
   // The line up to its value.
   bool WriteLoadedKey(const CFileRecord& item) {
-    const std::string_view line = m_document.Bytes({item.line.begin, item.loadedValue.begin});
+    const std::string_view line = m_store.Bytes({item.line.begin, item.loadedValue.begin});
     if (!item.isRenamed) {
       m_file += line;
       return true;
     }
     const CLineSyntax syntax = ParseLine(line, m_encoding);
     m_file += line.substr(0, syntax.nameBegin);
-    if (!WriteText(item.key, item)) {
+    if (!WriteText(m_store.Text(item.key), item)) {
       return false;
     }
     m_file += line.substr(syntax.nameEnd);
@@ -125,13 +146,13 @@ class CFileWriter {
   // The line from its value on.
   bool WriteLoadedValue(const CFileRecord& item) {
     if (!item.isChanged) {
-      m_file += m_document.Bytes({item.loadedValue.begin, item.line.end});
+      m_file += m_store.Bytes({item.loadedValue.begin, item.line.end});
       return true;
     }
-    if (!WriteText(item.value, item)) {
+    if (!WriteText(m_store.Text(item.value), item)) {
       return false;
     }
-    m_file += m_document.Bytes({item.loadedValue.end, item.line.end});
+    m_file += m_store.Bytes({item.loadedValue.end, item.line.end});
     return true;
   }
 
@@ -141,7 +162,7 @@ class CFileWriter {
       WriteLineEnd(m_document.EndsLinesWithReturn());
     }
     const CString line = L"[" + SectionName(header) + L"]";
-    if (!WriteText(line, header)) {
+    if (!WriteText(CFileTextOf(line), header)) {
       return false;
     }
     WriteLineEnd(m_document.EndsLinesWithReturn());
@@ -149,20 +170,25 @@ class CFileWriter {
   }
 
   bool WriteNewItem(const CFileRecord& item) {
-    if (!WriteText(item.key, item) || !WriteText(L"=", item) || !WriteText(item.value, item)) {
+    if (!WriteText(m_store.Text(item.key), item) || !WriteText({"="}, item) ||
+        !WriteText(m_store.Text(item.value), item)) {
       return false;
     }
     WriteLineEnd(m_document.EndsLinesWithReturn());
     return true;
   }
 
-  bool WriteText(const CString& text, const CFileRecord& record) {
-    if (EncodeText(text, m_encoding, m_file)) {
+  bool WriteText(const CFileText& text, const CFileRecord& record) {
+    if (!text.isWide && UnitSize(m_encoding) == 1) {
+      m_file += text.bytes;
+      return true;
+    }
+    if (EncodeText(ToCString(text), m_encoding, m_file)) {
       return true;
     }
     m_error = L"section \"" + SectionName(record) + L"\"";
     if (record.kind == CFileRecord::Kind::Item) {
-      m_error += L", key \"" + record.key + L"\"";
+      m_error += L", key \"" + ToCString(m_store.Text(record.key)) + L"\"";
     }
     m_error += L": the text has characters that the file's encoding cannot hold";
     return false;
@@ -205,10 +231,12 @@ class CFileWriter {
   }
 
   const CFileDocument& m_document;
+  const CFileStore& m_store;
   TextFileEncoding m_encoding;
   std::string& m_file;
   CString& m_error;
   std::size_t m_begin = 0;
+  CByteSpan m_lines;  ///< Still to be written.
 };
 
 // ---- Describing
@@ -250,6 +278,7 @@ CFileDocument ParseFile(const std::shared_ptr<const std::string>& bytes) {
     AddLine(file, line, document);
     begin = line.next;
   }
+  document.FinishLoading();
   return document;
 }
 

@@ -1,10 +1,11 @@
 // Objects that link each other by index instead of by address: a copy of the pool is a copy of the
-// whole structure, and freed places are used again.
+// whole structure, and freed places are used again. Many objects are kept in pieces, so that growth
+// moves none of them.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <limits>
-#include <utility>
 #include <vector>
 
 namespace lum::detail {
@@ -15,27 +16,41 @@ constexpr CPoolIndex kNoIndex = std::numeric_limits<CPoolIndex>::max();
 template <typename T>
 class CIndexPool {
  public:
-  CPoolIndex Add(T object) {
+  CPoolIndex Add(const T& object) {
     if (m_free.empty()) {
-      m_objects.push_back(std::move(object));
-      return static_cast<CPoolIndex>(m_objects.size() - 1);
+      Append(object);
+      return static_cast<CPoolIndex>(m_count++);
     }
     const CPoolIndex index = m_free.back();
-    m_objects[index] = std::move(object);
+    (*this)[index] = object;
     m_free.pop_back();
     return index;
   }
   void Free(CPoolIndex index) {
-    m_objects[index] = T();
+    (*this)[index] = T();
     m_free.push_back(index);
   }
 
+  /// How many places there are, freed ones included.
+  std::size_t Size() const { return m_count; }
+
   /// Valid until the next Add. Precondition: Add gave the index and it was not freed.
-  T& operator[](CPoolIndex index) { return m_objects[index]; }
-  const T& operator[](CPoolIndex index) const { return m_objects[index]; }
+  T& operator[](CPoolIndex index) { return m_pieces[index / kPiece][index % kPiece]; }
+  const T& operator[](CPoolIndex index) const { return m_pieces[index / kPiece][index % kPiece]; }
 
  private:
-  std::vector<T> m_objects;
+  static constexpr std::size_t kPiece = 1024;
+
+  // The first piece grows as it is needed: most pools are small.
+  void Append(const T& object) {
+    if (m_count % kPiece == 0) {
+      m_pieces.emplace_back().reserve(m_count == 0 ? 0 : kPiece);
+    }
+    m_pieces.back().push_back(object);
+  }
+
+  std::vector<std::vector<T>> m_pieces;
+  std::size_t m_count = 0;
   std::vector<CPoolIndex> m_free;
 };
 

@@ -3,36 +3,53 @@
 // as it is and a look-up touches little memory.
 #pragma once
 
+#include <algorithm>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <string_view>
 #include <vector>
 
 #include "platform/FrameworkString.h"
+#include "platform/portable/AsciiText.h"
+#include "platform/portable/FileText.h"
 #include "platform/portable/IndexPool.h"
 
 namespace lum::detail {
 
 using CKeyHash = std::uint32_t;
 
-/// Keys are often numbered, as in "Sensor12" and "Sensor(12)", and used in their order. Those that
-/// differ in the last character but one alone get neighbouring hashes, up to sixteen, so that a
-/// pass over many finds several in each piece of memory that it touches.
-inline CKeyHash HashKey(const CString& key) {
+inline CKeyHash HashBytes(std::string_view bytes) {
+  constexpr std::uint64_t kFactor = 0x9E3779B97F4A7C15;
+  std::uint64_t hash = bytes.size();
+  const auto mix = [&](std::uint64_t word) {
+    hash = (hash ^ word) * kFactor;
+    hash ^= hash >> 32;
+  };
+  if (bytes.size() < 8) {
+    mix(ReadWord(bytes.data(), bytes.size()));
+  } else {
+    ForEachEight(bytes.size(), [&](std::size_t place) { mix(ReadWord(bytes.data() + place, 8)); });
+  }
+  return static_cast<CKeyHash>(hash);
+}
+
+/// Keys are often numbered, as in "Sensor12" and "Sensor(12)", and used in their order. Those of
+/// ASCII that differ in the last character but one alone get neighbouring hashes, up to sixteen, so
+/// that a pass over many finds several in each piece of memory that it touches.
+inline CKeyHash HashKey(const CFileText& key) {
   constexpr CKeyHash kNeighbours = 16;
   constexpr CKeyHash kSpread = 0x9E3779B1;
-  const auto length = static_cast<std::size_t>(key.GetLength());
-  const std::wstring_view text(key.GetString(), length);
-  if (length < 2) {
-    return static_cast<CKeyHash>(std::hash<std::wstring_view>()(text));
+  const std::size_t length = key.bytes.size();
+  if (key.isWide || length < 2) {
+    return HashBytes(key.bytes);
   }
-  const auto front =
-      static_cast<CKeyHash>(std::hash<std::wstring_view>()(text.substr(0, length - 2)));
-  const auto lastButOne = static_cast<CKeyHash>(text[length - 2]);
-  const auto last = static_cast<CKeyHash>(text[length - 1]);
+  const CKeyHash front = HashBytes(key.bytes.substr(0, length - 2));
+  const auto lastButOne = static_cast<CKeyHash>(key.bytes[length - 2]);
+  const auto last = static_cast<CKeyHash>(key.bytes[length - 1]);
   return front + ((last << 17) ^ (lastButOne / kNeighbours)) * kSpread + lastButOne % kNeighbours;
 }
+inline CKeyHash HashKey(const CString& key) { return HashKey(CFileTextOf(key)); }
 
 class CKeyIndex {
  public:
@@ -50,11 +67,16 @@ class CKeyIndex {
     }
   }
 
+  /// Makes room for so many objects.
+  void Reserve(std::size_t count) {
+    if (count * 2 > m_slots.size()) {
+      Grow(std::bit_ceil(std::max(count * 2, kSmallest)));
+    }
+  }
+
   /// Precondition: the key is not there.
   void Add(CKeyHash hash, CPoolIndex object) {
-    if ((m_count + 1) * 2 > m_slots.size()) {
-      Grow();
-    }
+    Reserve(m_count + 1);
     m_slots[PlaceOf(hash, kNoIndex)] = {hash, object};
     ++m_count;
   }
@@ -99,8 +121,8 @@ class CKeyIndex {
     }
     return place;
   }
-  void Grow() {
-    std::vector<Slot> smaller(m_slots.empty() ? kSmallest : m_slots.size() * 2);
+  void Grow(std::size_t size) {
+    std::vector<Slot> smaller(size);
     smaller.swap(m_slots);
     for (const Slot& moved : smaller) {
       if (moved.object != kNoIndex) {

@@ -2,6 +2,7 @@
 // around a value can then be kept as they are.
 #include "platform/portable/LineSyntax.h"
 
+#include "platform/portable/AsciiText.h"
 #include "platform/portable/EncodedText.h"
 
 namespace lum::detail {
@@ -10,16 +11,32 @@ namespace {
 
 using Kind = FileObjectLine::Kind;
 
+/// The code units of an 8-bit encoding, without a choice at every one of them.
+class CByteUnits {
+ public:
+  explicit CByteUnits(std::string_view bytes) : m_bytes(bytes) {}
+
+  std::size_t Count() const { return m_bytes.size(); }
+  char16_t operator[](std::size_t index) const {
+    return static_cast<unsigned char>(m_bytes[index]);
+  }
+
+ private:
+  std::string_view m_bytes;
+};
+
 bool IsBlank(char16_t unit) { return unit == u' ' || unit == u'\t'; }
 
-std::size_t SkipBlanks(const CCodeUnits& units, std::size_t index) {
+template <typename Units>
+std::size_t SkipBlanks(const Units& units, std::size_t index) {
   while (index < units.Count() && IsBlank(units[index])) {
     ++index;
   }
   return index;
 }
 
-std::size_t SkipBlanksBack(const CCodeUnits& units, std::size_t first, std::size_t end) {
+template <typename Units>
+std::size_t SkipBlanksBack(const Units& units, std::size_t first, std::size_t end) {
   while (end > first && IsBlank(units[end - 1])) {
     --end;
   }
@@ -27,20 +44,23 @@ std::size_t SkipBlanksBack(const CCodeUnits& units, std::size_t first, std::size
 }
 
 // The place of the first such unit from `first` on, or the count.
-std::size_t Find(const CCodeUnits& units, char16_t unit, std::size_t first) {
+template <typename Units>
+std::size_t Find(const Units& units, char16_t unit, std::size_t first) {
   while (first < units.Count() && units[first] != unit) {
     ++first;
   }
   return first;
 }
 
-bool BeginsComment(const CCodeUnits& units, std::size_t first) {
+template <typename Units>
+bool BeginsComment(const Units& units, std::size_t first) {
   return units[first] == u';' ||
          (units[first] == u'/' && first + 1 < units.Count() && units[first + 1] == u'/');
 }
 
 // All places in units.
-CLineSyntax ParseHeader(const CCodeUnits& units, std::size_t first) {
+template <typename Units>
+CLineSyntax ParseHeader(const Units& units, std::size_t first) {
   const std::size_t close = Find(units, u']', first);
   if (close == units.Count()) {
     return {};
@@ -48,7 +68,8 @@ CLineSyntax ParseHeader(const CCodeUnits& units, std::size_t first) {
   return {Kind::Section, first + 1, close, 0};
 }
 
-CLineSyntax ParseItem(const CCodeUnits& units, std::size_t first) {
+template <typename Units>
+CLineSyntax ParseItem(const Units& units, std::size_t first) {
   const std::size_t equals = Find(units, u'=', first);
   const std::size_t keyEnd = SkipBlanksBack(units, first, equals);
   if (equals == units.Count() || keyEnd == first) {
@@ -57,7 +78,8 @@ CLineSyntax ParseItem(const CCodeUnits& units, std::size_t first) {
   return {Kind::Item, first, keyEnd, SkipBlanks(units, equals + 1)};
 }
 
-CLineSyntax ParseUnits(const CCodeUnits& units) {
+template <typename Units>
+CLineSyntax ParseUnits(const Units& units) {
   const std::size_t first = SkipBlanks(units, 0);
   if (first == units.Count()) {
     return {Kind::Blank, 0, 0, 0};
@@ -68,34 +90,49 @@ CLineSyntax ParseUnits(const CCodeUnits& units) {
   return units[first] == u'[' ? ParseHeader(units, first) : ParseItem(units, first);
 }
 
-bool HasLineBreak(const CString& text) { return text.Find(L'\n') >= 0 || text.Find(L'\r') >= 0; }
+bool HasLineBreak(std::wstring_view text) {
+  return text.find_first_of(L"\n\r") != std::wstring_view::npos;
+}
+bool HasLineBreak(std::string_view text) { return HasOneOf(text, '\n', '\r'); }
 
-bool IsBlank(wchar_t ch) { return ch == L' ' || ch == L'\t'; }
+bool HasLineBreakOrEquals(std::wstring_view text) {
+  return text.find_first_of(L"\n\r=") != std::wstring_view::npos;
+}
+bool HasLineBreakOrEquals(std::string_view text) { return HasOneOf(text, '\n', '\r', '='); }
+
+template <typename Ch>
+bool IsWritableKeyOf(std::basic_string_view<Ch> key) {
+  const auto isBlank = [](Ch ch) { return ch == Ch{' '} || ch == Ch{'\t'}; };
+  if (key.empty() || HasLineBreakOrEquals(key)) {
+    return false;
+  }
+  const bool isComment =
+      key[0] == Ch{';'} || (key[0] == Ch{'/'} && key.size() > 1 && key[1] == Ch{'/'});
+  return !isComment && key[0] != Ch{'['} && !isBlank(key.front()) && !isBlank(key.back());
+}
 
 }  // namespace
 
 CLineSyntax ParseLine(std::string_view line, TextFileEncoding encoding) {
-  CLineSyntax syntax = ParseUnits(CCodeUnits(line, encoding));
   const std::size_t unitSize = UnitSize(encoding);
+  if (unitSize == 1) {
+    return ParseUnits(CByteUnits(line));
+  }
+  CLineSyntax syntax = ParseUnits(CCodeUnits(line, encoding));
   syntax.nameBegin *= unitSize;
   syntax.nameEnd *= unitSize;
   syntax.valueBegin *= unitSize;
   return syntax;
 }
 
-bool IsWritableSectionName(const CString& name) {
-  return !HasLineBreak(name) && name.Find(L']') < 0;
+bool IsWritableSectionName(const CString& name) { return name.FindOneOf(L"\n\r]") < 0; }
+
+bool IsWritableKey(const CFileText& key) {
+  return key.isWide ? IsWritableKeyOf<wchar_t>(WideChars(key)) : IsWritableKeyOf(key.bytes);
 }
 
-bool IsWritableKey(const CString& key) {
-  const int length = key.GetLength();
-  if (length == 0 || HasLineBreak(key) || key.Find(L'=') >= 0) {
-    return false;
-  }
-  const bool isComment = key[0] == L';' || (key[0] == L'/' && key[1] == L'/');
-  return !isComment && key[0] != L'[' && !IsBlank(key[0]) && !IsBlank(key[length - 1]);
+bool IsWritableValue(const CFileText& value) {
+  return !(value.isWide ? HasLineBreak(WideChars(value)) : HasLineBreak(value.bytes));
 }
-
-bool IsWritableValue(const CString& value) { return !HasLineBreak(value); }
 
 }  // namespace lum::detail

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "platform/FileObject.h"
+#include "platform/portable/FileText.h"
 
 namespace lum::detail {
 
@@ -22,7 +23,7 @@ CLineSyntax ParseLine(std::string_view line, TextFileEncoding encoding);
 
 /// True when a line made of the text reads back as it.
 bool IsWritableSectionName(const CString& name);
-bool IsWritableKey(const CString& key);
-bool IsWritableValue(const CString& value);
+bool IsWritableKey(const CFileText& key);
+bool IsWritableValue(const CFileText& value);
 
 }  // namespace lum::detail
