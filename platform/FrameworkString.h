@@ -69,7 +69,7 @@ class LUM_PLATFORM_API LumFrameworkString {
     Swap(copy);
     return *this;
   }
-  ~LumFrameworkString() { Release(); }
+  constexpr ~LumFrameworkString() { Release(); }
 
   int GetLength() const noexcept { return m_length; }
   bool IsEmpty() const noexcept { return m_length == 0; }
@@ -252,7 +252,7 @@ class LUM_PLATFORM_API LumFrameworkString {
       Assign(other.m_chars, other.m_length);
     }
   }
-  void Release() noexcept {
+  constexpr void Release() noexcept {
     if (m_shared && HeaderOf()->owners.fetch_sub(1, std::memory_order_acq_rel) == 1) {
       Free();
     }
@@ -283,3 +283,6 @@ using CStringA = LumFrameworkString<char>;
 /// Says that this platform's strings can be built by the compiler, so that a text constant is there
 /// before any code of its module runs. A platform whose strings cannot does not define it.
 #define LUM_CONSTINIT_TEXT constinit
+/// The same of text constants that need no code to be taken down either: none is run, or noted for
+/// later, when their module is loaded.
+#define LUM_CONSTEXPR_TEXT constexpr
