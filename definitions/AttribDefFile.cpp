@@ -7,9 +7,17 @@
 #include <memory>
 #include <utility>
 
+#include "definitions/DefinitionIndex.h"
+#include "definitions/DefinitionLine.h"
 #include "values/LumTypeCreator.h"
+#include "values/TextView.h"
 
 namespace {
+
+using lum::detail::CutUsualLine;
+using lum::detail::DefinitionItems;
+using lum::detail::ToCString;
+using lum::detail::View;
 
 constexpr wchar_t kSeparator = L',';
 constexpr wchar_t kControlMark = L'@';
@@ -25,9 +33,12 @@ enum ItemPlace {
   kDefaultItem,
 };
 
-bool IsChecksumLine(const CString& line) {
-  return std::any_of(std::begin(checksumKeys), std::end(checksumKeys),
-                     [&line](const wchar_t* key) { return line.Find(key) >= 0; });
+bool IsCommentOrEmpty(std::wstring_view line) { return line.empty() || line.starts_with(L"//"); }
+
+bool IsChecksumLine(std::wstring_view line) {
+  return std::any_of(std::begin(checksumKeys), std::end(checksumKeys), [line](const wchar_t* key) {
+    return line.find(key) != std::wstring_view::npos;
+  });
 }
 
 /// Controls whose control-attribute text names things of the program, not words for its user.
@@ -43,6 +54,16 @@ CString CtlTextFor(const CAttribDefRec& record, const CString& fileText, bool tr
   return translated.IsEmpty() ? fileText : translated;
 }
 
+/// A new value set from the text that `text` gives, or null when the type code makes none.
+template <typename Text>
+CLumType* MakeDefault(int type, const Text& text) {
+  std::unique_ptr<CLumType> made(LumTypeCreator::MakeLumType(type));
+  if (made != nullptr) {
+    made->SetValueStr(text());
+  }
+  return made.release();
+}
+
 }  // namespace
 
 /// What lives across the lines of one load: an item that a definition line lacks is the previous
@@ -54,6 +75,21 @@ struct CAttribDefMap::LoadState {
   int controlType = 0;
   bool result = true;
   bool full = false;
+
+  // Records are made many at a time, as many as there are already, and live as long as any of them
+  // is held: a hundred thousand single ones would take as long to free as to load.
+  std::shared_ptr<CAttribDefRec[]> block;
+  std::size_t blockSize = 0;
+  std::size_t blockUsed = 0;
+
+  std::shared_ptr<CAttribDefRec> NewRecord(std::size_t present) {
+    if (blockUsed == blockSize) {
+      blockSize = std::clamp<std::size_t>(present, 8, 256);
+      block = std::make_shared<CAttribDefRec[]>(blockSize);
+      blockUsed = 0;
+    }
+    return std::shared_ptr<CAttribDefRec>(block, &block[blockUsed++]);
+  }
 };
 
 bool CAttribDefMap::LoadDefFile(CString fileName, bool translate) {
@@ -64,8 +100,7 @@ bool CAttribDefMap::LoadDefFile(CString fileName, bool translate) {
     return false;
   }
   Retire();
-  m_indexById.clear();
-  m_indexByMnemonic.clear();
+  *m_index = Index();
 
   LoadState state;
   state.translate = translate && Translator::Instance().IsLanguageForeign();
@@ -83,13 +118,15 @@ void CAttribDefMap::Retire() {
   m_records.clear();
 }
 
+/// The line is trimmed.
 void CAttribDefMap::LoadLine(const CString& line, LoadState& state) {
-  if (IsCommentOrBlank(line) || IsChecksumLine(line)) {
+  const std::wstring_view text = View(line);
+  if (IsCommentOrEmpty(text) || IsChecksumLine(text)) {
     return;
   }
   if (line.GetLength() > kMaxLineLength) {
     state.result = false;
-  } else if (IsCtlTypeAttrib(line)) {
+  } else if (text.front() == kControlMark) {
     LoadControlLine(line, state.translate);
   } else if (NextIndex() == kMaxRecords) {
     state.full = true;
@@ -99,9 +136,7 @@ void CAttribDefMap::LoadLine(const CString& line, LoadState& state) {
   }
 }
 
-bool CAttribDefMap::IsCommentOrBlank(CString line) const {
-  return line.IsEmpty() || (line[0] == L'/' && line[1] == L'/');
-}
+bool CAttribDefMap::IsCommentOrBlank(CString line) const { return IsCommentOrEmpty(View(line)); }
 
 bool CAttribDefMap::IsCtlTypeAttrib(CString line) const { return line.Trim()[0] == kControlMark; }
 
@@ -110,17 +145,29 @@ void CAttribDefMap::LoadDefinitionLine(const CString& line, LoadState& state) {
   CString name;
   CString bitmapFile;
   CLumType* made = nullptr;
-  GetAttributeItems(line, mnemonic, state.id, name, state.type, state.controlType, bitmapFile, made,
-                    state.result);
-  const std::unique_ptr<CLumType> defaultValue(made);
+  if (DefinitionItems items; CutUsualLine(View(line), items)) {
+    mnemonic = ToCString(items.mnemonic);
+    state.id = static_cast<unsigned short>(items.id);
+    name = ToCString(items.name);
+    state.type = items.type;
+    state.controlType = items.controlType;
+    bitmapFile = ToCString(items.bitmapFile);
+    made = MakeDefault(items.type, [&items] { return ToCString(items.defaultText); });
+    state.result = made != nullptr;
+  } else {
+    GetAttributeItems(line, mnemonic, state.id, name, state.type, state.controlType, bitmapFile,
+                      made, state.result);
+  }
+  std::unique_ptr<CLumType> defaultValue(made);
 
-  auto record = std::make_shared<CAttribDefRec>();
-  record->LoadRec(mnemonic, state.id, name, static_cast<unsigned int>(state.type),
-                  static_cast<unsigned int>(state.controlType), bitmapFile, made);
-  const int index = NextIndex();
+  std::shared_ptr<CAttribDefRec> record = state.NewRecord(m_records.size());
+  record->LoadRec(std::move(mnemonic), state.id, std::move(name),
+                  static_cast<unsigned int>(state.type),
+                  static_cast<unsigned int>(state.controlType), std::move(bitmapFile), nullptr);
+  record->m_defaultValue = std::move(defaultValue);
   m_records.push_back(std::move(record));
-  m_indexByMnemonic[mnemonic] = index;
-  m_indexById[state.id] = index;
+  m_index->mnemonics.EnterLast(m_records);
+  m_index->identifiers.EnterLast(m_records);
 }
 
 void CAttribDefMap::LoadControlLine(const CString& line, bool translate) {
@@ -156,12 +203,10 @@ void CAttribDefMap::GetAttributeItems(CString const& line, CString& mnemonic, un
 }
 
 void CAttribDefMap::GetDefaultValue(CLumString const& items, int type, CLumType*& value, bool& ok) {
-  std::unique_ptr<CLumType> made(LumTypeCreator::MakeLumType(type));
-  if (made != nullptr) {
+  value = MakeDefault(type, [&items] {
     CLumString rest(items);
     rest.Erase(0, kDefaultItem);
-    made->SetValueStr(rest.String());
-  }
-  value = made.release();
+    return rest.String();
+  });
   ok = value != nullptr;
 }

@@ -8,6 +8,25 @@
 #include "platform/portable/EncodedText.h"
 #include "platform/portable/FileBytes.h"
 
+namespace {
+
+/// Makes `text` of bytes that are ASCII alone, the same in every 8-bit encoding, where its
+/// characters are already: most lines are such, and a caller reads them one after the other into
+/// one string. False, with any text, when there are others.
+bool WidenAscii(std::string_view bytes, CString& text) {
+  const auto length = static_cast<int>(bytes.size());
+  wchar_t* out = text.GetBuffer(length);
+  unsigned char bits = 0;
+  for (const char byte : bytes) {
+    bits |= static_cast<unsigned char>(byte);
+    *out++ = static_cast<unsigned char>(byte);
+  }
+  text.ReleaseBuffer(length);
+  return bits < 0x80;
+}
+
+}  // namespace
+
 struct CStdioFile::State {
   explicit State(std::string file)
       : bytes(std::move(file)), encoding(lum::detail::DetectEncoding(bytes)) {
@@ -45,8 +64,10 @@ bool CStdioFile::ReadString(CString& line) {
   const std::string_view bytes = m_state->bytes;
   const lum::detail::CLineBounds bounds =
       lum::detail::LineAt(bytes, m_state->place, m_state->encoding);
-  line = lum::detail::DecodeText(bytes.substr(bounds.begin, bounds.end - bounds.begin),
-                                 m_state->encoding);
+  const std::string_view lineBytes = bytes.substr(bounds.begin, bounds.end - bounds.begin);
+  if (lum::detail::UnitSize(m_state->encoding) != 1 || !WidenAscii(lineBytes, line)) {
+    line = lum::detail::DecodeText(lineBytes, m_state->encoding);
+  }
   m_state->place = bounds.next;
   return true;
 }
