@@ -56,18 +56,18 @@ CString CtlTextFor(const CAttribDefRec& record, const CString& fileText, bool tr
 
 /// A new value set from the text that `text` gives, or null when the type code makes none.
 template <typename Text>
-CLumType* MakeDefault(int type, const Text& text) {
+std::unique_ptr<CLumType> MakeDefault(int type, const Text& text) {
   std::unique_ptr<CLumType> made(LumTypeCreator::MakeLumType(type));
   if (made != nullptr) {
     made->SetValueStr(text());
   }
-  return made.release();
+  return made;
 }
 
 }  // namespace
 
-/// What lives across the lines of one load: an item that a definition line lacks is the previous
-/// line's.
+/// One load. The numbers live across its lines: one that a definition line lacks is the previous
+/// line's. The texts and the default value are those of one line.
 struct CAttribDefMap::LoadState {
   bool translate = false;
   unsigned short id = 0;
@@ -76,19 +76,43 @@ struct CAttribDefMap::LoadState {
   bool result = true;
   bool full = false;
 
-  // Records are made many at a time, as many as there are already, and live as long as any of them
-  // is held: a hundred thousand single ones would take as long to free as to load.
+  CString mnemonic;
+  CString name;
+  CString bitmapFile;
+  std::unique_ptr<CLumType> defaultValue;
+
+  /// Records are made many at a time, as many as there are already, and live as long as any of them
+  /// is held: many single ones would take as long to free as to load.
   std::shared_ptr<CAttribDefRec[]> block;
   std::size_t blockSize = 0;
   std::size_t blockUsed = 0;
 
+  void Take(const DefinitionItems& items) {
+    mnemonic = ToCString(items.mnemonic);
+    id = static_cast<unsigned short>(items.id);
+    name = ToCString(items.name);
+    type = items.type;
+    controlType = items.controlType;
+    bitmapFile = ToCString(items.bitmapFile);
+    defaultValue = MakeDefault(type, [&items] { return ToCString(items.defaultText); });
+    result = defaultValue != nullptr;
+  }
+
+  void EmptyTexts() {
+    mnemonic.Empty();
+    name.Empty();
+    bitmapFile.Empty();
+  }
+
   std::shared_ptr<CAttribDefRec> NewRecord(std::size_t present) {
+    constexpr std::size_t kFewest = 8;
+    constexpr std::size_t kMost = 256;
     if (blockUsed == blockSize) {
-      blockSize = std::clamp<std::size_t>(present, 8, 256);
+      blockSize = std::clamp(present, kFewest, kMost);
       block = std::make_shared<CAttribDefRec[]>(blockSize);
       blockUsed = 0;
     }
-    return std::shared_ptr<CAttribDefRec>(block, &block[blockUsed++]);
+    return {block, &block[blockUsed++]};
   }
 };
 
@@ -141,30 +165,21 @@ bool CAttribDefMap::IsCommentOrBlank(CString line) const { return IsCommentOrEmp
 bool CAttribDefMap::IsCtlTypeAttrib(CString line) const { return line.Trim()[0] == kControlMark; }
 
 void CAttribDefMap::LoadDefinitionLine(const CString& line, LoadState& state) {
-  CString mnemonic;
-  CString name;
-  CString bitmapFile;
-  CLumType* made = nullptr;
   if (DefinitionItems items; CutUsualLine(View(line), items)) {
-    mnemonic = ToCString(items.mnemonic);
-    state.id = static_cast<unsigned short>(items.id);
-    name = ToCString(items.name);
-    state.type = items.type;
-    state.controlType = items.controlType;
-    bitmapFile = ToCString(items.bitmapFile);
-    made = MakeDefault(items.type, [&items] { return ToCString(items.defaultText); });
-    state.result = made != nullptr;
+    state.Take(items);
   } else {
-    GetAttributeItems(line, mnemonic, state.id, name, state.type, state.controlType, bitmapFile,
-                      made, state.result);
+    state.EmptyTexts();
+    CLumType* made = nullptr;
+    GetAttributeItems(line, state.mnemonic, state.id, state.name, state.type, state.controlType,
+                      state.bitmapFile, made, state.result);
+    state.defaultValue.reset(made);
   }
-  std::unique_ptr<CLumType> defaultValue(made);
-
   std::shared_ptr<CAttribDefRec> record = state.NewRecord(m_records.size());
-  record->LoadRec(std::move(mnemonic), state.id, std::move(name),
+  record->LoadRec(std::move(state.mnemonic), state.id, std::move(state.name),
                   static_cast<unsigned int>(state.type),
-                  static_cast<unsigned int>(state.controlType), std::move(bitmapFile), nullptr);
-  record->m_defaultValue = std::move(defaultValue);
+                  static_cast<unsigned int>(state.controlType), std::move(state.bitmapFile),
+                  nullptr);
+  record->m_defaultValue = std::move(state.defaultValue);
   m_records.push_back(std::move(record));
   m_index->mnemonics.EnterLast(m_records);
   m_index->identifiers.EnterLast(m_records);
@@ -203,10 +218,11 @@ void CAttribDefMap::GetAttributeItems(CString const& line, CString& mnemonic, un
 }
 
 void CAttribDefMap::GetDefaultValue(CLumString const& items, int type, CLumType*& value, bool& ok) {
-  value = MakeDefault(type, [&items] {
+  std::unique_ptr<CLumType> made = MakeDefault(type, [&items] {
     CLumString rest(items);
     rest.Erase(0, kDefaultItem);
     return rest.String();
   });
+  value = made.release();
   ok = value != nullptr;
 }

@@ -10,10 +10,19 @@
 
 namespace {
 
-/// Makes `text` of bytes that are ASCII alone, the same in every 8-bit encoding, where its
-/// characters are already: most lines are such, and a caller reads them one after the other into
-/// one string. False, with any text, when there are others.
+/// Longer lines get storage of their own size, so that no short one keeps that of a long one.
+constexpr int kMostReused = 1 << 12;
+
+/// Makes `text` of bytes that are ASCII alone, the same in every 8-bit encoding. Most lines are
+/// such, and a caller reads them one after the other into one string, whose storage is used again.
+/// False, with any text, when there are others.
 bool WidenAscii(std::string_view bytes, CString& text) {
+  if (bytes.size() > kMostReused) {
+    return false;
+  }
+  if (text.GetLength() > kMostReused) {
+    text.Empty();
+  }
   const auto length = static_cast<int>(bytes.size());
   wchar_t* out = text.GetBuffer(length);
   unsigned char bits = 0;
