@@ -28,7 +28,7 @@ const unsigned int MENURANGE_CMDID = 999;
 namespace {
 
 #define LUM_ATTRIBUTE_NAME(constant, text) +1
-constexpr std::size_t kCount = 0
+constexpr std::size_t kNameCount = 0
 #include "catalogue/AttributeNames.def"
     ;
 #undef LUM_ATTRIBUTE_NAME
@@ -36,7 +36,7 @@ constexpr std::size_t kCount = 0
 // The texts of the whole table, each with a NUL behind it: a constant's name, then its mnemonic.
 // Had the library a table of pointers to them, loading it would have to set every one.
 #define LUM_ATTRIBUTE_NAME(constant, text) L"" #constant L"\0" text L"\0"
-constexpr wchar_t kTexts[] =
+constexpr wchar_t kNameTexts[] =
 #include "catalogue/AttributeNames.def"
     ;
 #undef LUM_ATTRIBUTE_NAME
@@ -49,14 +49,14 @@ const wchar_t* TakeText(const wchar_t*& next) {
 
 struct NameTable {
   NameTable() {
-    const wchar_t* next = kTexts;
+    const wchar_t* next = kNameTexts;
     for (AttributeName& name : names) {
       name.constant = TakeText(next);
       name.mnemonic = TakeText(next);
     }
   }
 
-  std::array<AttributeName, kCount> names;
+  std::array<AttributeName, kNameCount> names;
 };
 
 constinit lum::detail::CSharedObject<NameTable> g_names;

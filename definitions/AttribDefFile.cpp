@@ -112,7 +112,7 @@ struct CAttribDefMap::LoadState {
       block = std::make_shared<CAttribDefRec[]>(blockSize);
       blockUsed = 0;
     }
-    return {block, &block[blockUsed++]};
+    return {block, block.get() + blockUsed++};
   }
 };
 

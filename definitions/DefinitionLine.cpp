@@ -8,7 +8,7 @@ namespace lum::detail {
 namespace {
 
 constexpr wchar_t kSeparator = L',';
-constexpr std::size_t kMostDigits = 9;  // Any number of so many fits into an int.
+constexpr std::size_t kSafeDigits = 9;  // Any number of so many fits into an int.
 
 bool IsBlankOrTab(wchar_t ch) { return ch == L' ' || ch == L'\t'; }
 
@@ -41,7 +41,7 @@ class CItemCutter {
 
   bool Take(int& number) {
     std::wstring_view item;
-    if (!Take(item) || item.empty() || item.size() > kMostDigits) {
+    if (!Take(item) || item.empty() || item.size() > kSafeDigits) {
       return false;
     }
     number = 0;
