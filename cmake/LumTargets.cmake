@@ -48,8 +48,10 @@ function(lum_configure_library target buildMacro)
   # A build with sanitizers is for the tests alone: what it exports is nobody's interface.
   if(CMAKE_SYSTEM_NAME STREQUAL "Linux" AND NOT LUM_SANITIZERS)
     set(exports ${PROJECT_SOURCE_DIR}/cmake/LumExports.map)
-    target_link_options(${target} PRIVATE LINKER:--version-script=${exports})
-    set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${exports})
+    set(preemptible ${PROJECT_SOURCE_DIR}/cmake/LumPreemptible.list)
+    target_link_options(${target} PRIVATE
+      LINKER:--version-script=${exports} LINKER:--dynamic-list=${preemptible})
+    set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${exports} ${preemptible})
   endif()
   set_target_properties(${target} PROPERTIES
     CXX_VISIBILITY_PRESET hidden

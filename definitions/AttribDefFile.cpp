@@ -7,9 +7,17 @@
 #include <memory>
 #include <utility>
 
+#include "definitions/DefinitionIndex.h"
+#include "definitions/DefinitionLine.h"
 #include "values/LumTypeCreator.h"
+#include "values/TextView.h"
 
 namespace {
+
+using lum::detail::CutUsualLine;
+using lum::detail::DefinitionItems;
+using lum::detail::ToCString;
+using lum::detail::View;
 
 constexpr wchar_t kSeparator = L',';
 constexpr wchar_t kControlMark = L'@';
@@ -25,9 +33,12 @@ enum ItemPlace {
   kDefaultItem,
 };
 
-bool IsChecksumLine(const CString& line) {
-  return std::any_of(std::begin(checksumKeys), std::end(checksumKeys),
-                     [&line](const wchar_t* key) { return line.Find(key) >= 0; });
+bool IsCommentOrEmpty(std::wstring_view line) { return line.empty() || line.starts_with(L"//"); }
+
+bool IsChecksumLine(std::wstring_view line) {
+  return std::any_of(std::begin(checksumKeys), std::end(checksumKeys), [line](const wchar_t* key) {
+    return line.find(key) != std::wstring_view::npos;
+  });
 }
 
 /// Controls whose control-attribute text names things of the program, not words for its user.
@@ -43,10 +54,20 @@ CString CtlTextFor(const CAttribDefRec& record, const CString& fileText, bool tr
   return translated.IsEmpty() ? fileText : translated;
 }
 
+/// A new value set from the text that `text` gives, or null when the type code makes none.
+template <typename Text>
+std::unique_ptr<CLumType> MakeDefault(int type, const Text& text) {
+  std::unique_ptr<CLumType> made(LumTypeCreator::MakeLumType(type));
+  if (made != nullptr) {
+    made->SetValueStr(text());
+  }
+  return made;
+}
+
 }  // namespace
 
-/// What lives across the lines of one load: an item that a definition line lacks is the previous
-/// line's.
+/// One load. The numbers live across its lines: one that a definition line lacks is the previous
+/// line's. The texts and the default value are those of one line.
 struct CAttribDefMap::LoadState {
   bool translate = false;
   unsigned short id = 0;
@@ -54,6 +75,45 @@ struct CAttribDefMap::LoadState {
   int controlType = 0;
   bool result = true;
   bool full = false;
+
+  CString mnemonic;
+  CString name;
+  CString bitmapFile;
+  std::unique_ptr<CLumType> defaultValue;
+
+  /// Records are made many at a time, as many as there are already, and live as long as any of them
+  /// is held: many single ones would take as long to free as to load.
+  std::shared_ptr<CAttribDefRec[]> block;
+  std::size_t blockSize = 0;
+  std::size_t blockUsed = 0;
+
+  void Take(const DefinitionItems& items) {
+    mnemonic = ToCString(items.mnemonic);
+    id = static_cast<unsigned short>(items.id);
+    name = ToCString(items.name);
+    type = items.type;
+    controlType = items.controlType;
+    bitmapFile = ToCString(items.bitmapFile);
+    defaultValue = MakeDefault(type, [&items] { return ToCString(items.defaultText); });
+    result = defaultValue != nullptr;
+  }
+
+  void EmptyTexts() {
+    mnemonic.Empty();
+    name.Empty();
+    bitmapFile.Empty();
+  }
+
+  std::shared_ptr<CAttribDefRec> NewRecord(std::size_t present) {
+    constexpr std::size_t kFewest = 8;
+    constexpr std::size_t kMost = 256;
+    if (blockUsed == blockSize) {
+      blockSize = std::clamp(present, kFewest, kMost);
+      block = std::make_shared<CAttribDefRec[]>(blockSize);
+      blockUsed = 0;
+    }
+    return {block, block.get() + blockUsed++};
+  }
 };
 
 bool CAttribDefMap::LoadDefFile(CString fileName, bool translate) {
@@ -64,8 +124,7 @@ bool CAttribDefMap::LoadDefFile(CString fileName, bool translate) {
     return false;
   }
   Retire();
-  m_indexById.clear();
-  m_indexByMnemonic.clear();
+  *m_index = Index();
 
   LoadState state;
   state.translate = translate && Translator::Instance().IsLanguageForeign();
@@ -83,13 +142,15 @@ void CAttribDefMap::Retire() {
   m_records.clear();
 }
 
+/// The line is trimmed.
 void CAttribDefMap::LoadLine(const CString& line, LoadState& state) {
-  if (IsCommentOrBlank(line) || IsChecksumLine(line)) {
+  const std::wstring_view text = View(line);
+  if (IsCommentOrEmpty(text) || IsChecksumLine(text)) {
     return;
   }
   if (line.GetLength() > kMaxLineLength) {
     state.result = false;
-  } else if (IsCtlTypeAttrib(line)) {
+  } else if (text.front() == kControlMark) {
     LoadControlLine(line, state.translate);
   } else if (NextIndex() == kMaxRecords) {
     state.full = true;
@@ -99,28 +160,29 @@ void CAttribDefMap::LoadLine(const CString& line, LoadState& state) {
   }
 }
 
-bool CAttribDefMap::IsCommentOrBlank(CString line) const {
-  return line.IsEmpty() || (line[0] == L'/' && line[1] == L'/');
-}
+bool CAttribDefMap::IsCommentOrBlank(CString line) const { return IsCommentOrEmpty(View(line)); }
 
 bool CAttribDefMap::IsCtlTypeAttrib(CString line) const { return line.Trim()[0] == kControlMark; }
 
 void CAttribDefMap::LoadDefinitionLine(const CString& line, LoadState& state) {
-  CString mnemonic;
-  CString name;
-  CString bitmapFile;
-  CLumType* made = nullptr;
-  GetAttributeItems(line, mnemonic, state.id, name, state.type, state.controlType, bitmapFile, made,
-                    state.result);
-  const std::unique_ptr<CLumType> defaultValue(made);
-
-  auto record = std::make_shared<CAttribDefRec>();
-  record->LoadRec(mnemonic, state.id, name, static_cast<unsigned int>(state.type),
-                  static_cast<unsigned int>(state.controlType), bitmapFile, made);
-  const int index = NextIndex();
+  if (DefinitionItems items; CutUsualLine(View(line), items)) {
+    state.Take(items);
+  } else {
+    state.EmptyTexts();
+    CLumType* made = nullptr;
+    GetAttributeItems(line, state.mnemonic, state.id, state.name, state.type, state.controlType,
+                      state.bitmapFile, made, state.result);
+    state.defaultValue.reset(made);
+  }
+  std::shared_ptr<CAttribDefRec> record = state.NewRecord(m_records.size());
+  record->LoadRec(std::move(state.mnemonic), state.id, std::move(state.name),
+                  static_cast<unsigned int>(state.type),
+                  static_cast<unsigned int>(state.controlType), std::move(state.bitmapFile),
+                  nullptr);
+  record->m_defaultValue = std::move(state.defaultValue);
   m_records.push_back(std::move(record));
-  m_indexByMnemonic[mnemonic] = index;
-  m_indexById[state.id] = index;
+  m_index->mnemonics.EnterLast(m_records);
+  m_index->identifiers.EnterLast(m_records);
 }
 
 void CAttribDefMap::LoadControlLine(const CString& line, bool translate) {
@@ -156,12 +218,11 @@ void CAttribDefMap::GetAttributeItems(CString const& line, CString& mnemonic, un
 }
 
 void CAttribDefMap::GetDefaultValue(CLumString const& items, int type, CLumType*& value, bool& ok) {
-  std::unique_ptr<CLumType> made(LumTypeCreator::MakeLumType(type));
-  if (made != nullptr) {
+  std::unique_ptr<CLumType> made = MakeDefault(type, [&items] {
     CLumString rest(items);
     rest.Erase(0, kDefaultItem);
-    made->SetValueStr(rest.String());
-  }
+    return rest.String();
+  });
   value = made.release();
   ok = value != nullptr;
 }

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "catalogue/AttributeNames.h"
+#include "definitions/DefinitionIndex.h"
 #include "values/SharedObject.h"
 
 namespace {
@@ -23,6 +24,10 @@ CString TranslatedCtlAttribs(const CString& mnemonic) {
   return LanguageIsForeign() ? Translations().GetAttribDefV2CtrlString(mnemonic) : CString();
 }
 
+CAttribDefRec* RecordAt(const lum::detail::DefinitionRecords& records, int place) {
+  return place == lum::detail::kNoRecord ? nullptr : records[static_cast<std::size_t>(place)].get();
+}
+
 template <typename Field, typename Out>
 bool ReadField(const CAttribDefRec* record, Field field, Out& out) {
   if (record == nullptr) {
@@ -39,12 +44,11 @@ CString Normalise(const CString& ctlAttribs) {
 
 }  // namespace
 
-CAttribDefMap::CAttribDefMap() = default;
+CAttribDefMap::CAttribDefMap() : m_index(std::make_unique<Index>()) {}
 
 CAttribDefMap::CAttribDefMap(const CAttribDefMap& other)
     : m_records(other.m_records),
-      m_indexByMnemonic(other.m_indexByMnemonic),
-      m_indexById(other.m_indexById),
+      m_index(std::make_unique<Index>(*other.m_index)),
       m_ctlAttribs(other.m_ctlAttribs),
       m_initialised(other.m_initialised),
       m_functionLists(other.m_functionLists) {}
@@ -59,8 +63,7 @@ CAttribDefMap& CAttribDefMap::operator=(const CAttribDefMap& other) {
     Retire();
   }
   m_records.swap(copy.m_records);
-  m_indexByMnemonic.swap(copy.m_indexByMnemonic);
-  m_indexById.swap(copy.m_indexById);
+  m_index.swap(copy.m_index);
   m_ctlAttribs.swap(copy.m_ctlAttribs);
   m_initialised = copy.m_initialised;
   m_functionLists.swap(copy.m_functionLists);
@@ -78,16 +81,11 @@ CAttribDefRec const& CAttribDefMap::operator[](int index) const {
 }
 
 CAttribDefRec* CAttribDefMap::Lookup(const CString& mnemonic) const {
-  const auto found = m_indexByMnemonic.find(mnemonic);
-  return found == m_indexByMnemonic.end()
-             ? nullptr
-             : m_records[static_cast<std::size_t>(found->second)].get();
+  return RecordAt(m_records, m_index->mnemonics.Find(m_records, lum::detail::View(mnemonic)));
 }
 
 CAttribDefRec* CAttribDefMap::Lookup(unsigned short id) const {
-  const auto found = m_indexById.find(id);
-  return found == m_indexById.end() ? nullptr
-                                    : m_records[static_cast<std::size_t>(found->second)].get();
+  return RecordAt(m_records, m_index->identifiers.Find(id));
 }
 
 bool CAttribDefMap::GetAttribName(CString mnemonic, CString& name) const {

@@ -100,6 +100,7 @@ class LUM_ATTRIBUTES_API CAttribDefMap {
 
  private:
   struct LoadState;
+  struct Index;
 
   void LoadLine(const CString& line, LoadState& state);
   void LoadDefinitionLine(const CString& line, LoadState& state);
@@ -110,8 +111,9 @@ class LUM_ATTRIBUTES_API CAttribDefMap {
   CAttribDefRec* Lookup(unsigned short id) const;
 
   std::vector<std::shared_ptr<CAttribDefRec>> m_records;
-  std::map<CString, int> m_indexByMnemonic;
-  std::map<unsigned short, int> m_indexById;
+  std::unique_ptr<Index> m_index;
+  /// Not used: keeps what follows at the places that programs know.
+  [[maybe_unused]] void* m_room[11] = {};
   std::map<CString, CString> m_ctlAttribs;
   bool m_initialised = false;
   std::map<CString, FillFunction> m_functionLists;

@@ -39,6 +39,8 @@ class LUM_ATTRIBUTES_API CAttribDefRec {
   void SetCtlAttribs(CString const& text) { m_ctlAttribs = text; }
 
  private:
+  friend class CAttribDefMap;  // Hands a default value over instead of having it copied.
+
   CString m_mnemonic;
   unsigned short m_id = 0;
   CString m_name;

@@ -105,7 +105,7 @@ class LUM_PLATFORM_API LumFrameworkString {
     Swap(copy);
     return *this;
   }
-  ~LumFrameworkString() { Release(); }
+  constexpr ~LumFrameworkString() { Release(); }
 
   int GetLength() const noexcept { return m_length; }
   bool IsEmpty() const noexcept { return m_length == 0; }
@@ -288,7 +288,7 @@ class LUM_PLATFORM_API LumFrameworkString {
       Assign(other.m_chars, other.m_length);
     }
   }
-  void Release() noexcept {
+  constexpr void Release() noexcept {
     if (m_shared && lum::detail::RemoveOwner(HeaderOf()->owners)) {
       Free();
     }
@@ -319,3 +319,6 @@ using CStringA = LumFrameworkString<char>;
 /// Says that this platform's strings can be built by the compiler, so that a text constant is there
 /// before any code of its module runs. A platform whose strings cannot does not define it.
 #define LUM_CONSTINIT_TEXT constinit
+/// The same of text constants that need no code to be taken down either: none is run, or noted for
+/// later, when their module is loaded.
+#define LUM_CONSTEXPR_TEXT constexpr

@@ -8,6 +8,34 @@
 #include "platform/portable/EncodedText.h"
 #include "platform/portable/FileBytes.h"
 
+namespace {
+
+/// Longer lines get storage of their own size, so that no short one keeps that of a long one.
+constexpr int kMostReused = 1 << 12;
+
+/// Makes `text` of bytes that are ASCII alone, the same in every 8-bit encoding. Most lines are
+/// such, and a caller reads them one after the other into one string, whose storage is used again.
+/// False, with any text, when there are others.
+bool WidenAscii(std::string_view bytes, CString& text) {
+  if (bytes.size() > kMostReused) {
+    return false;
+  }
+  if (text.GetLength() > kMostReused) {
+    text.Empty();
+  }
+  const auto length = static_cast<int>(bytes.size());
+  wchar_t* out = text.GetBuffer(length);
+  unsigned char bits = 0;
+  for (const char byte : bytes) {
+    bits |= static_cast<unsigned char>(byte);
+    *out++ = static_cast<unsigned char>(byte);
+  }
+  text.ReleaseBuffer(length);
+  return bits < 0x80;
+}
+
+}  // namespace
+
 struct CStdioFile::State {
   explicit State(std::string file)
       : bytes(std::move(file)), encoding(lum::detail::DetectEncoding(bytes)) {
@@ -45,8 +73,10 @@ bool CStdioFile::ReadString(CString& line) {
   const std::string_view bytes = m_state->bytes;
   const lum::detail::CLineBounds bounds =
       lum::detail::LineAt(bytes, m_state->place, m_state->encoding);
-  line = lum::detail::DecodeText(bytes.substr(bounds.begin, bounds.end - bounds.begin),
-                                 m_state->encoding);
+  const std::string_view lineBytes = bytes.substr(bounds.begin, bounds.end - bounds.begin);
+  if (lum::detail::UnitSize(m_state->encoding) != 1 || !WidenAscii(lineBytes, line)) {
+    line = lum::detail::DecodeText(lineBytes, m_state->encoding);
+  }
   m_state->place = bounds.next;
   return true;
 }

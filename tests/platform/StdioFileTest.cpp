@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/TextEncoding.h"
 #include "tests/TemporaryFolder.h"
 #include "tests/TextPrinting.h"
 
@@ -148,6 +149,34 @@ TEST_F(StdioFile, ReadsWhatTheFileHeldWhenItWasOpened) {
   ASSERT_TRUE(Open(file, "a\nb\n"));
   WriteBytes(m_folder.File("file"), "c\n");
   EXPECT_EQ(Rest(file), (std::vector<CString>{L"a", L"b"}));
+}
+
+// Kept lines share their characters with the string that the next one is read into.
+TEST_F(StdioFile, ReadsLinesOfAllLengthsOneAfterTheOther) {
+  std::string bytes;
+  std::vector<CString> expected;
+  for (const int length : {0, 1, 40, 3, 4095, 4096, 2, 4097, 100000, 5, 0, 4096, 8000, 7}) {
+    for (const char* start : {"", "x", "\xC3\xA4"}) {
+      const std::string line = start + std::string(static_cast<std::size_t>(length), 'a');
+      bytes += line + "\n";
+      expected.push_back(Utf8ToWide(line.c_str()));
+    }
+  }
+  EXPECT_EQ(Lines(bytes), expected);
+}
+
+TEST_F(StdioFile, AKeptLineStaysWhenTheNextOneIsRead) {
+  CStdioFile file;
+  ASSERT_TRUE(Open(file, "first\nsecond, longer\nx\n"));
+  CString line;
+  ASSERT_TRUE(file.ReadString(line));
+  const CString kept = line;
+  ASSERT_TRUE(file.ReadString(line));
+  EXPECT_EQ(kept, L"first");
+  EXPECT_EQ(line, L"second, longer");
+  ASSERT_TRUE(file.ReadString(line));
+  EXPECT_EQ(line, L"x");
+  EXPECT_EQ(line.GetLength(), 1);
 }
 
 }  // namespace
