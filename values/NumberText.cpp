@@ -1,26 +1,49 @@
-// Writing goes through std::to_chars, which knows no locale.
+// Numbers are written beside the strings, which take them whole: each call of a string costs more
+// than a digit does.
 #include "values/NumberText.h"
 
 #include <algorithm>
-#include <charconv>
-#include <cmath>
-#include <iterator>
-#include <limits>
+
+#include "values/NumberDigits.h"
 
 namespace lum::detail {
 namespace {
 
-void AppendAscii(CString& text, const char* first, const char* end, wchar_t* wide) {
-  std::copy(first, end, wide);
-  text.Append(wide, static_cast<int>(end - first));
+void AppendText(CString& text, const wchar_t* first, const wchar_t* end) {
+  text.Append(first, static_cast<int>(end - first));
 }
 
 template <typename T>
 void AppendInteger(CString& text, T value) {
-  constexpr int kSize = std::numeric_limits<T>::digits10 + 2;  // One more digit, and a sign.
-  char digits[kSize];
-  wchar_t wide[kSize];
-  AppendAscii(text, digits, std::to_chars(digits, std::end(digits), value).ptr, wide);
+  wchar_t digits[kMostDecimal];
+  AppendText(text, digits, WriteDecimal(digits, value));
+}
+
+template <typename T>
+void ReplaceByInteger(CString& text, T value) {
+  wchar_t digits[kMostDecimal];
+  ReplaceText(text, digits, WriteDecimal(digits, value));
+}
+
+// Replaces the text by items of which `write` writes each, in at most kMostCharacters.
+template <int kMostCharacters, typename Items, typename Write>
+void ReplaceByItems(CString& text, const Items& items, Write write) {
+  constexpr int kRoom = 1024;
+  wchar_t chunk[kRoom];
+  wchar_t* at = chunk;
+  bool isFirst = true;
+  bool isAppending = false;
+  for (const auto& item : items) {
+    if (at - chunk > kRoom - kMostCharacters - 1) {
+      isAppending ? AppendText(text, chunk, at) : ReplaceText(text, chunk, at);
+      isAppending = true;
+      at = chunk;
+    }
+    *at = L',';
+    at = write(at + (isFirst ? 0 : 1), item);
+    isFirst = false;
+  }
+  isAppending ? AppendText(text, chunk, at) : ReplaceText(text, chunk, at);
 }
 
 }  // namespace
@@ -32,18 +55,43 @@ void AppendDecimal(CString& text, unsigned int value) { AppendInteger(text, valu
 void AppendDecimal(CString& text, std::uint64_t value) { AppendInteger(text, value); }
 
 void AppendFixed(CString& text, double value) {
-  if (std::isnan(value)) {
-    // Runtimes name kinds of not-a-number differently; here there is one.
-    text.Append(std::signbit(value) ? L"-nan" : L"nan");
-    return;
+  wchar_t digits[kMostFixed];
+  AppendText(text, digits, WriteFixed(digits, value));
+}
+
+void ReplaceText(CString& text, const wchar_t* first, const wchar_t* end) {
+  // What a longer text holds is not worth keeping: it may be shared and be copied in vain.
+  constexpr int kMostKept = 64;
+  if (text.GetLength() > kMostKept) {
+    text.Empty();
   }
-  constexpr int kPrecision = 6;
-  constexpr int kSize = std::numeric_limits<double>::max_exponent10 + kPrecision + 4;
-  char digits[kSize];
-  wchar_t wide[kSize];
-  const char* end =
-      std::to_chars(digits, std::end(digits), value, std::chars_format::fixed, kPrecision).ptr;
-  AppendAscii(text, digits, end, wide);
+  const auto length = static_cast<int>(end - first);
+  std::copy(first, end, text.GetBuffer(length));
+  text.ReleaseBuffer(length);
+}
+
+void ReplaceByDecimal(CString& text, int value) { ReplaceByInteger(text, value); }
+
+void ReplaceByDecimal(CString& text, unsigned int value) { ReplaceByInteger(text, value); }
+
+void ReplaceByDecimal(CString& text, std::uint64_t value) { ReplaceByInteger(text, value); }
+
+void ReplaceByFixed(CString& text, double value) {
+  wchar_t digits[kMostFixed];
+  ReplaceText(text, digits, WriteFixed(digits, value));
+}
+
+void ReplaceByFixed(CString& text, std::initializer_list<double> values) {
+  ReplaceByItems<kMostFixed>(text, values, WriteFixed);
+}
+
+void ReplaceByDecimal(CString& text, const std::vector<int>& values) {
+  ReplaceByItems<kMostDecimal>(text, values,
+                               [](wchar_t* at, int value) { return WriteDecimal(at, value); });
+}
+
+void ReplaceByShortest(CString& text, const std::vector<double>& values) {
+  ReplaceByItems<kMostShortest>(text, values, WriteShortest);
 }
 
 }  // namespace lum::detail
