@@ -9,11 +9,15 @@ namespace {
 
 template <typename T>
 std::vector<T> ReadNumbers(const CString& text) {
+  // A list grows by chunks: most are then allocated once.
+  constexpr std::size_t kChunk = 64;
+  T chunk[kChunk];
   lum::detail::CNumberItems items(text);
   std::vector<T> values;
-  T value = 0;
-  while (items.Take(value)) {
-    values.push_back(value);
+  for (std::size_t count = kChunk; count == kChunk;) {
+    for (count = 0; count < kChunk && items.Take(chunk[count]); ++count) {
+    }
+    values.insert(values.end(), chunk, chunk + count);
   }
   return values;
 }

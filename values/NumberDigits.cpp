@@ -55,22 +55,16 @@ wchar_t* WriteMillionths(wchar_t* at, unsigned int millionths) {
   return at + 6;
 }
 
-// What no fast path takes, without the sign.
+// What no fast path takes.
 template <typename... Form>
-wchar_t* WriteByLibrary(wchar_t* at, double size, Form... form) {
-  if (std::isnan(size)) {
+wchar_t* WriteByLibrary(wchar_t* at, double value, Form... form) {
+  if (std::isnan(value)) {
     // Runtimes name kinds of not-a-number differently; here there is one.
-    return std::copy_n(L"nan", 3, at);
+    return std::signbit(value) ? std::copy_n(L"-nan", 4, at) : std::copy_n(L"nan", 3, at);
   }
-  char digits[kMostFixed];
-  return std::copy(digits, std::to_chars(digits, std::end(digits), size, form...).ptr, at);
+  char digits[CFixed::kMostLength];
+  return std::copy(digits, std::to_chars(digits, std::end(digits), value, form...).ptr, at);
 }
-
-// A number without its sign, rounded to millionths.
-struct Millionths {
-  std::uint64_t whole;
-  unsigned int part;
-};
 
 // The millionths of `fraction` units of 2^-63, rounded to even as "%f" does: the product is
 // calculated in full, in two halves, so that nothing but the remainder decides.
@@ -83,102 +77,97 @@ unsigned int RoundToMillionths(std::uint64_t fraction) {
   return static_cast<unsigned int>(part + (remainder + (part & 1) > kHalf ? 1 : 0));
 }
 
-// False for numbers from 2^63 on, for small ones with digits beyond 2^-63, and for not-a-number.
-// The fraction loses nothing by the subtraction, which only takes leading bits away, nor by a power
-// of two.
-bool SplitExactly(double size, Millionths& number) {
+// Finds a number of at most six digits after the point and fifteen in all, in millionths, if its
+// text has no exponent. Texts of fifteen digits read back to different doubles, so one that reads
+// back to this one is the only one, and without the zeros at its end the shortest. It does read
+// back if the division of the two integers, which doubles hold exactly and which is rounded as
+// reading is, gives it.
+bool FindShortDecimal(double size, std::uint64_t& millionths) {
+  constexpr double kLargest = 1e9;
+  if (!(size < kLargest)) {
+    return false;
+  }
+  const auto nearest = static_cast<std::int64_t>(size * kMillion + 0.5);
+  if (static_cast<double>(nearest) / kMillion != size) {
+    return false;
+  }
+  millionths = static_cast<std::uint64_t>(nearest);
+  // Two zeros after the point, or four at the end of a whole number, still take no more room than
+  // an exponent.
+  constexpr std::uint64_t kThousandth = kMillion / 1000;
+  constexpr std::uint64_t kHundredThousand = std::uint64_t{kMillion} * 100000;
+  return millionths % kMillion != 0 ? millionths >= kThousandth
+                                    : millionths == 0 || millionths % kHundredThousand != 0;
+}
+
+}  // namespace
+
+CDecimal::CDecimal(std::uint64_t size, bool isNegative)
+    : m_size(size), m_length(CountDigits(size) + (isNegative ? 1 : 0)), m_isNegative(isNegative) {}
+
+wchar_t* CDecimal::Write(wchar_t* at) const {
+  wchar_t* const end = at + m_length;
+  wchar_t* first = end;
+  std::uint64_t rest = m_size;
+  for (; rest >= 100; rest /= 100) {
+    WritePair(first -= 2, rest % 100);
+  }
+  if (rest >= 10) {
+    WritePair(first - 2, rest);
+  } else {
+    first[-1] = static_cast<wchar_t>(L'0' + rest);
+  }
+  if (m_isNegative) {
+    *at = L'-';
+  }
+  return end;
+}
+
+bool CFixed::Split(double value) {
+  const double size = std::abs(value);
   if (!(size < 0x1p63)) {
     return false;
   }
+  // The fraction loses nothing, neither by a subtraction that only takes leading bits away nor by a
+  // power of two. Small numbers may have bits beyond 2^-63.
   const auto whole = static_cast<std::int64_t>(size);
   const double scaled = (size - static_cast<double>(whole)) * 0x1p63;
   const auto fraction = static_cast<std::int64_t>(scaled);
   if (static_cast<double>(fraction) != scaled) {
     return false;
   }
-  const unsigned int part = RoundToMillionths(static_cast<std::uint64_t>(fraction));
-  const bool isNextWhole = part == kMillion;
-  number.whole = static_cast<std::uint64_t>(whole) + (isNextWhole ? 1 : 0);
-  number.part = isNextWhole ? 0 : part;
+  const unsigned int millionths = RoundToMillionths(static_cast<std::uint64_t>(fraction));
+  const bool isNextWhole = millionths == kMillion;
+  m_whole =
+      CDecimal(static_cast<std::uint64_t>(whole) + (isNextWhole ? 1 : 0), std::signbit(value));
+  m_millionths = isNextWhole ? 0 : millionths;
   return true;
 }
 
-// True for numbers of at most six digits after the point and fifteen in all, whose texts have no
-// exponent. Texts of fifteen digits read back to different doubles, so one that reads back to this
-// one is the only one, without the zeros at its end the shortest. It does read back if the division
-// of the two integers, which doubles hold exactly and which is rounded as reading is, gives it.
-bool FindShortDecimal(double size, Millionths& number) {
-  constexpr double kLargest = 1e9;
-  if (!(size < kLargest)) {
-    return false;
-  }
-  const auto scaled = static_cast<std::int64_t>(size * kMillion + 0.5);
-  if (static_cast<double>(scaled) / kMillion != size) {
-    return false;
-  }
-  number.whole = static_cast<std::uint64_t>(scaled) / kMillion;
-  number.part = static_cast<unsigned int>(static_cast<std::uint64_t>(scaled) % kMillion);
-  // Two zeros after the point, or four at the end of a whole number, still take less room than an
-  // exponent.
-  return number.part != 0 ? scaled >= 1000 : number.whole == 0 || number.whole % 100000 != 0;
-}
-
-wchar_t* WriteSign(wchar_t* at, double value) {
-  *at = L'-';
-  return at + (std::signbit(value) ? 1 : 0);
-}
-
-}  // namespace
-
-wchar_t* WriteDecimal(wchar_t* at, std::uint64_t value) {
-  wchar_t* const end = at + CountDigits(value);
-  wchar_t* first = end;
-  for (; value >= 100; value /= 100) {
-    WritePair(first -= 2, value % 100);
-  }
-  if (value >= 10) {
-    WritePair(first - 2, value);
-  } else {
-    first[-1] = static_cast<wchar_t>(L'0' + value);
-  }
-  return end;
-}
-
-wchar_t* WriteDecimal(wchar_t* at, unsigned int value) {
-  return WriteDecimal(at, std::uint64_t{value});
-}
-
-wchar_t* WriteDecimal(wchar_t* at, int value) {
-  const auto bits = static_cast<std::uint64_t>(value);
-  *at = L'-';
-  return value < 0 ? WriteDecimal(at + 1, 0 - bits) : WriteDecimal(at, bits);
+wchar_t* CFixed::Write(wchar_t* at) const {
+  at = m_whole.Write(at);
+  *at = L'.';
+  return WriteMillionths(at + 1, m_millionths);
 }
 
 wchar_t* WriteFixed(wchar_t* at, double value) {
-  at = WriteSign(at, value);
-  const double size = std::abs(value);
-  Millionths number;
-  if (!SplitExactly(size, number)) {
-    return WriteByLibrary(at, size, std::chars_format::fixed, 6);
-  }
-  at = WriteDecimal(at, number.whole);
-  *at = L'.';
-  return WriteMillionths(at + 1, number.part);
+  CFixed number;
+  return number.Split(value) ? number.Write(at)
+                             : WriteByLibrary(at, value, std::chars_format::fixed, 6);
 }
 
 wchar_t* WriteShortest(wchar_t* at, double value) {
-  at = WriteSign(at, value);
-  const double size = std::abs(value);
-  Millionths number;
-  if (!FindShortDecimal(size, number)) {
-    return WriteByLibrary(at, size);
+  std::uint64_t millionths = 0;
+  if (!FindShortDecimal(std::abs(value), millionths)) {
+    return WriteByLibrary(at, value);
   }
-  at = WriteDecimal(at, number.whole);
-  if (number.part == 0) {
+  at = CDecimal(millionths / kMillion, std::signbit(value)).Write(at);
+  const auto part = static_cast<unsigned int>(millionths % kMillion);
+  if (part == 0) {
     return at;
   }
   *at = L'.';
-  at = WriteMillionths(at + 1, number.part);
+  at = WriteMillionths(at + 1, part);
   while (at[-1] == L'0') {
     --at;
   }

@@ -3,155 +3,188 @@
 #include "values/NumberItems.h"
 
 #include <algorithm>
+#include <bit>
 #include <charconv>
+#include <cstdint>
 #include <limits>
 #include <system_error>
+#include <type_traits>
 
 #include "platform/LumBase.h"
 #include "values/PlainDecimal.h"
-#include "values/TextView.h"
 
 namespace lum::detail {
 namespace {
 
 constexpr wchar_t kSeparator = L',';
 
-bool IsBlank(wchar_t ch) { return ch == L' ' || ch == L'\t'; }
-
-void SkipTrimmed(std::wstring_view& text) {
-  while (!text.empty() && IsBlank(text.front())) {
-    text.remove_prefix(1);
+const wchar_t* SkipTrimmed(const wchar_t* at, const wchar_t* end) {
+  while (at != end && (*at == L' ' || *at == L'\t')) {
+    ++at;
   }
+  return at;
 }
 
-// Takes the blanks after an item and the separator off the text. False when something else follows.
-bool TakeEnd(std::wstring_view& text) {
-  SkipTrimmed(text);
-  if (text.empty()) {
-    return true;
+// The place behind the blanks after an item and its separator. Null when something else follows.
+const wchar_t* SkipEnd(const wchar_t* at, const wchar_t* end) {
+  at = SkipTrimmed(at, end);
+  if (at == end) {
+    return at;
   }
-  const bool isEnd = text.front() == kSeparator;
-  text.remove_prefix(1);
-  return isEnd;
+  return *at == kSeparator ? at + 1 : nullptr;
 }
 
-// Takes a leading sign off the text. True when it was a minus.
-bool TakeSign(std::wstring_view& text) {
-  const bool isNegative = !text.empty() && text.front() == L'-';
-  if (isNegative || (!text.empty() && text.front() == L'+')) {
-    text.remove_prefix(1);
-  }
-  return isNegative;
+bool IsSign(const wchar_t* at, const wchar_t* end) {
+  return at != end && (*at == L'-' || *at == L'+');
 }
 
-// Each of these takes an item with its separator off the text. False, with any of the text taken
-// and the output untouched, for an item that another reader may well take.
+// Each of these reads an item and returns the place behind it and its separator. Null, with the
+// output untouched, for an item that another reader may well read.
 
 // Decimal numbers without an exponent and of not too many digits.
-template <typename T>
-bool TakePlain(std::wstring_view& text, T& value) {
-  SkipTrimmed(text);
-  const bool isNegative = TakeSign(text);
-  T size = 0;
-  if (!TakePlainDecimal(text, size) || !TakeEnd(text)) {
-    return false;
+inline const wchar_t* ReadPlain(const wchar_t* at, const wchar_t* end, double& value) {
+  at = SkipTrimmed(at, end);
+  const bool isSigned = IsSign(at, end);
+  const bool isNegative = isSigned && *at == L'-';
+  double size = 0.0;
+  at = ReadPlainDecimal(at + (isSigned ? 1 : 0), end, size);
+  at = at == nullptr ? nullptr : SkipEnd(at, end);
+  if (at != nullptr) {
+    value = isNegative ? -size : size;
   }
-  value = isNegative ? -size : size;
-  return true;
+  return at;
 }
 
-// Ints of at most nine digits, which are never too large.
-bool TakePlainInt(std::wstring_view& text, int& value) {
-  SkipTrimmed(text);
-  const bool isNegative = TakeSign(text);
-  std::uint64_t size = 0;
-  const std::size_t count = TakeDigits(text, size);
-  if (count == 0 || count > std::numeric_limits<int>::digits10 || !TakeEnd(text)) {
-    return false;
+// The same, rounded to double first. The second rounding goes wrong only where the first one ended
+// halfway between two floats.
+const wchar_t* ReadPlainFloat(const wchar_t* at, const wchar_t* end, float& value) {
+  constexpr std::uint64_t kBeyondFloat = (std::uint64_t{1} << 29) - 1;
+  constexpr std::uint64_t kHalfway = std::uint64_t{1} << 28;
+  double number = 0.0;
+  at = ReadPlain(at, end, number);
+  if (at == nullptr || (std::bit_cast<std::uint64_t>(number) & kBeyondFloat) == kHalfway) {
+    return nullptr;
   }
-  value = isNegative ? -static_cast<int>(size) : static_cast<int>(size);
-  return true;
+  value = static_cast<float>(number);
+  return at;
+}
+
+// Whole numbers that the type can hold, but for a negative zero of an unsigned one and for the
+// least int, of which there is no positive.
+template <typename T>
+const wchar_t* ReadWhole(const wchar_t* at, const wchar_t* end, T& value) {
+  constexpr std::ptrdiff_t kMostDigits = std::numeric_limits<std::uint64_t>::digits10;
+  constexpr std::uint64_t kLargest = std::numeric_limits<T>::max();
+  at = SkipTrimmed(at, end);
+  const bool isSigned = IsSign(at, end);
+  const bool isNegative = isSigned && *at == L'-';
+  const wchar_t* const first = at + (isSigned ? 1 : 0);
+  std::uint64_t size = 0;
+  at = ReadDigits(first, end, size);
+  if (at == first || at - first > kMostDigits || size > kLargest ||
+      (isNegative && std::is_unsigned_v<T>)) {
+    return nullptr;
+  }
+  at = SkipEnd(at, end);
+  if (at != nullptr) {
+    value = isNegative ? 0 - static_cast<T>(size) : static_cast<T>(size);
+  }
+  return at;
 }
 
 // A truth value of one digit.
-bool TakeBit(std::wstring_view& text, bool& value) {
-  if (text.empty() || (text.front() != L'0' && text.front() != L'1')) {
-    return false;
+const wchar_t* ReadBit(const wchar_t* at, const wchar_t* end, bool& value) {
+  at = SkipTrimmed(at, end);
+  if (at == end || (*at != L'0' && *at != L'1')) {
+    return nullptr;
   }
-  const bool isOne = text.front() == L'1';
-  text.remove_prefix(1);
-  if (!TakeEnd(text)) {
-    return false;
+  const bool isOne = *at == L'1';
+  at = SkipEnd(at + 1, end);
+  if (at != nullptr) {
+    value = isOne;
   }
-  value = isOne;
-  return true;
+  return at;
 }
 
-// Numbers of digits, point and exponent that std::from_chars reads, rounding as everyone does. Its
-// words and what it finds too large or too small are left to the platform.
+bool IsOfNumber(wchar_t ch) {
+  return (ch >= L'0' && ch <= L'9') || ch == L'.' || ch == L'-' || ch == L'+' || ch == L'e' ||
+         ch == L'E';
+}
+
+// Numbers of digits, point and exponent that std::from_chars reads, which rounds as every correct
+// reading does. Words, and what it finds too large or too small, are left to the platform.
 template <typename T>
-bool TakeByLibrary(std::wstring_view& text, T& value) {
-  constexpr std::size_t kMostCharacters = 48;
+const wchar_t* ReadByLibrary(const wchar_t* at, const wchar_t* end, T& value) {
+  constexpr std::ptrdiff_t kMostCharacters = 48;
   char item[kMostCharacters];
-  SkipTrimmed(text);
-  if (!text.empty() && text.front() == L'+') {
-    text.remove_prefix(1);
-  }
-  std::size_t length = 0;
-  for (; length < std::min(text.size(), kMostCharacters); ++length) {
-    const wchar_t ch = text[length];
-    const bool isOfNumber = (ch >= L'0' && ch <= L'9') || ch == L'.' || ch == L'-' || ch == L'+' ||
-                            ch == L'e' || ch == L'E';
-    if (!isOfNumber) {
-      break;
+  at = SkipTrimmed(at, end);
+  if (at != end && *at == L'+') {
+    ++at;  // std::from_chars takes none, but it would take another sign.
+    if (IsSign(at, end)) {
+      return nullptr;
     }
-    item[length] = static_cast<char>(ch);
   }
-  text.remove_prefix(length);
+  const wchar_t* const itemEnd =
+      std::find_if_not(at, at + std::min(end - at, kMostCharacters), IsOfNumber);
+  const char* const last =
+      std::transform(at, itemEnd, item, [](wchar_t ch) { return static_cast<char>(ch); });
   T number = 0;
-  const auto [unread, error] = std::from_chars(item, item + length, number);
-  if (error != std::errc() || unread != item + length || !TakeEnd(text)) {
-    return false;
+  const auto [unread, error] = std::from_chars(item, last, number);
+  if (error != std::errc() || unread != last) {
+    return nullptr;
   }
-  value = number;
-  return true;
+  at = SkipEnd(itemEnd, end);
+  if (at != nullptr) {
+    value = number;
+  }
+  return at;
 }
 
 template <typename T>
-bool TakeByPlatform(std::wstring_view& text, T& value) {
-  const std::size_t length = std::min(text.find(kSeparator), text.size());
-  const CString item = ToCString(text.substr(0, length));
-  text.remove_prefix(std::min(length + 1, text.size()));
-  return CLumString(item, kSeparator, true, false).GetItem(0, value);
+const wchar_t* ReadByPlatform(const wchar_t* at, const wchar_t* end, T& value) {
+  const wchar_t* const itemEnd = std::find(at, end, kSeparator);
+  const CString item(at, static_cast<int>(itemEnd - at));
+  if (!CLumString(item, kSeparator, true, false).GetItem(0, value)) {
+    return nullptr;
+  }
+  return itemEnd == end ? end : itemEnd + 1;
+}
+
+// What is no plain decimal. On its own, or it would slow down the reading of those.
+template <typename T>
+[[gnu::noinline]] const wchar_t* ReadOther(const wchar_t* at, const wchar_t* end, T& value) {
+  const wchar_t* const next = ReadByLibrary(at, end, value);
+  return next != nullptr ? next : ReadByPlatform(at, end, value);
 }
 
 }  // namespace
 
-// The first reader that takes the item decides.
-template <typename T, typename... Readers>
-bool CNumberItems::TakeBy(T& value, Readers... readers) {
-  std::wstring_view rest;
-  const auto isRead = [&](auto reader) {
-    rest = m_rest;
-    return reader(rest, value);
-  };
-  const bool isNumber = (isRead(readers) || ...);
-  m_rest = rest;
-  return isNumber;
+// An empty item, which the last one may be, is none that any kind reads.
+template <typename T>
+bool CNumberItems::TakeBy(const wchar_t* (*read)(const wchar_t*, const wchar_t*, T&), T& value) {
+  const wchar_t* const next = m_at == m_end ? nullptr : read(m_at, m_end, value);
+  m_at = next == nullptr ? m_at : next;
+  return next != nullptr;
 }
 
-bool CNumberItems::Take(bool& value) { return TakeBy(value, TakeBit, TakeByPlatform<bool>); }
+bool CNumberItems::Take(bool& value) {
+  return TakeBy(ReadBit, value) || TakeBy(ReadByPlatform<bool>, value);
+}
 
-bool CNumberItems::Take(int& value) { return TakeBy(value, TakePlainInt, TakeByPlatform<int>); }
+bool CNumberItems::Take(int& value) {
+  return TakeBy(ReadWhole<int>, value) || TakeBy(ReadByPlatform<int>, value);
+}
 
-bool CNumberItems::Take(unsigned int& value) { return TakeBy(value, TakeByPlatform<unsigned int>); }
+bool CNumberItems::Take(unsigned int& value) {
+  return TakeBy(ReadWhole<unsigned int>, value) || TakeBy(ReadByPlatform<unsigned int>, value);
+}
 
 bool CNumberItems::Take(float& value) {
-  return TakeBy(value, TakePlain<float>, TakeByLibrary<float>, TakeByPlatform<float>);
+  return TakeBy(ReadPlainFloat, value) || TakeBy(ReadOther<float>, value);
 }
 
 bool CNumberItems::Take(double& value) {
-  return TakeBy(value, TakePlain<double>, TakeByLibrary<double>, TakeByPlatform<double>);
+  return TakeBy(ReadPlain, value) || TakeBy(ReadOther<double>, value);
 }
 
 }  // namespace lum::detail

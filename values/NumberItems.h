@@ -2,8 +2,6 @@
 // reads them with blanks trimmed and no separators merged.
 #pragma once
 
-#include <string_view>
-
 #include "platform/Framework.h"
 
 namespace lum::detail {
@@ -12,7 +10,7 @@ class CNumberItems {
  public:
   /// The text must stay as it is while this object lives.
   explicit CNumberItems(const CString& text)
-      : m_rest(text.GetString(), static_cast<std::size_t>(text.GetLength())) {}
+      : m_at(text.GetString()), m_end(m_at + text.GetLength()) {}
 
   /// Takes the next item. False, with the output untouched, when there is none or it is not
   /// readable as the type; what follows is no use then.
@@ -23,10 +21,11 @@ class CNumberItems {
   bool Take(double& value);
 
  private:
-  template <typename T, typename... Readers>
-  bool TakeBy(T& value, Readers... readers);
+  template <typename T>
+  bool TakeBy(const wchar_t* (*read)(const wchar_t*, const wchar_t*, T&), T& value);
 
-  std::wstring_view m_rest;
+  const wchar_t* m_at;
+  const wchar_t* m_end;
 };
 
 }  // namespace lum::detail

@@ -13,16 +13,34 @@ void AppendText(CString& text, const wchar_t* first, const wchar_t* end) {
   text.Append(first, static_cast<int>(end - first));
 }
 
-template <typename T>
-void AppendInteger(CString& text, T value) {
-  wchar_t digits[kMostDecimal];
-  AppendText(text, digits, WriteDecimal(digits, value));
+// Appends a number taken apart.
+template <typename Number>
+void AppendNumber(CString& text, const Number& number) {
+  wchar_t digits[Number::kMostLength];
+  AppendText(text, digits, number.Write(digits));
 }
 
-template <typename T>
-void ReplaceByInteger(CString& text, T value) {
-  wchar_t digits[kMostDecimal];
-  ReplaceText(text, digits, WriteDecimal(digits, value));
+// Storage for the characters that replace a text: its own, if they fit in and nobody shares it.
+wchar_t* GetStorage(CString& text, int length) {
+  // What a longer text holds is not worth keeping: it may be shared and be copied in vain.
+  constexpr int kMostKept = 64;
+  if (text.GetLength() > kMostKept) {
+    text.Empty();
+  }
+  return text.GetBuffer(length);
+}
+
+void ReplaceText(CString& text, const wchar_t* first, const wchar_t* end) {
+  const auto length = static_cast<int>(end - first);
+  std::copy(first, end, GetStorage(text, length));
+  text.ReleaseBuffer(length);
+}
+
+// Replaces the text by a number taken apart.
+template <typename Number>
+void ReplaceByNumber(CString& text, const Number& number) {
+  number.Write(GetStorage(text, number.Length()));
+  text.ReleaseBuffer(number.Length());
 }
 
 // Replaces the text by items of which `write` writes each, in at most kMostCharacters.
@@ -48,46 +66,41 @@ void ReplaceByItems(CString& text, const Items& items, Write write) {
 
 }  // namespace
 
-void AppendDecimal(CString& text, int value) { AppendInteger(text, value); }
+void AppendDecimal(CString& text, int value) { AppendNumber(text, CDecimal(value)); }
 
-void AppendDecimal(CString& text, unsigned int value) { AppendInteger(text, value); }
+void AppendDecimal(CString& text, unsigned int value) { AppendNumber(text, CDecimal(value)); }
 
-void AppendDecimal(CString& text, std::uint64_t value) { AppendInteger(text, value); }
+void AppendDecimal(CString& text, std::uint64_t value) { AppendNumber(text, CDecimal(value)); }
 
 void AppendFixed(CString& text, double value) {
-  wchar_t digits[kMostFixed];
+  wchar_t digits[CFixed::kMostLength];
   AppendText(text, digits, WriteFixed(digits, value));
 }
 
-void ReplaceText(CString& text, const wchar_t* first, const wchar_t* end) {
-  // What a longer text holds is not worth keeping: it may be shared and be copied in vain.
-  constexpr int kMostKept = 64;
-  if (text.GetLength() > kMostKept) {
-    text.Empty();
-  }
-  const auto length = static_cast<int>(end - first);
-  std::copy(first, end, text.GetBuffer(length));
-  text.ReleaseBuffer(length);
+void ReplaceByDecimal(CString& text, int value) { ReplaceByNumber(text, CDecimal(value)); }
+
+void ReplaceByDecimal(CString& text, unsigned int value) { ReplaceByNumber(text, CDecimal(value)); }
+
+void ReplaceByDecimal(CString& text, std::uint64_t value) {
+  ReplaceByNumber(text, CDecimal(value));
 }
 
-void ReplaceByDecimal(CString& text, int value) { ReplaceByInteger(text, value); }
-
-void ReplaceByDecimal(CString& text, unsigned int value) { ReplaceByInteger(text, value); }
-
-void ReplaceByDecimal(CString& text, std::uint64_t value) { ReplaceByInteger(text, value); }
-
 void ReplaceByFixed(CString& text, double value) {
-  wchar_t digits[kMostFixed];
-  ReplaceText(text, digits, WriteFixed(digits, value));
+  CFixed number;
+  if (number.Split(value)) {
+    ReplaceByNumber(text, number);
+    return;
+  }
+  ReplaceByFixed(text, {value});
 }
 
 void ReplaceByFixed(CString& text, std::initializer_list<double> values) {
-  ReplaceByItems<kMostFixed>(text, values, WriteFixed);
+  ReplaceByItems<CFixed::kMostLength>(text, values, WriteFixed);
 }
 
 void ReplaceByDecimal(CString& text, const std::vector<int>& values) {
-  ReplaceByItems<kMostDecimal>(text, values,
-                               [](wchar_t* at, int value) { return WriteDecimal(at, value); });
+  ReplaceByItems<CDecimal::kMostLength>(
+      text, values, [](wchar_t* at, int value) { return CDecimal(value).Write(at); });
 }
 
 void ReplaceByShortest(CString& text, const std::vector<double>& values) {

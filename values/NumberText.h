@@ -19,11 +19,8 @@ void AppendDecimal(CString& text, std::uint64_t value);
 /// Appends as "%f": six digits after the point, no exponent, "inf", "-inf", "nan", "-nan".
 void AppendFixed(CString& text, double value);
 
-/// Replaces the text by a few characters. Allocates nothing when its storage is its own and takes
-/// them.
-void ReplaceText(CString& text, const wchar_t* first, const wchar_t* end);
-
-/// Replaces the text by a number, as the appending functions write it.
+/// Replaces the text by a number, as the appending functions write it. Allocates nothing when the
+/// text has storage of its own that takes the characters.
 void ReplaceByDecimal(CString& text, int value);
 void ReplaceByDecimal(CString& text, unsigned int value);
 void ReplaceByDecimal(CString& text, std::uint64_t value);

@@ -41,8 +41,7 @@ CLumType::LUM_TYPE CLumBool::Type() const { return TYPE_BOOL; }
 CLumBool* CLumBool::MakeCopy() const { return new CLumBool(*this); }
 
 int CLumBool::GetValueStr(CString& text) const {
-  const wchar_t digit = m_value ? L'1' : L'0';
-  lum::detail::ReplaceText(text, &digit, &digit + 1);
+  ReplaceByDecimal(text, m_value ? 1 : 0);
   return 1;
 }
 
