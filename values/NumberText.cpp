@@ -31,6 +31,10 @@ wchar_t* GetStorage(CString& text, int length) {
 }
 
 void ReplaceText(CString& text, const wchar_t* first, const wchar_t* end) {
+  if (first == end) {
+    text.Empty();
+    return;
+  }
   const auto length = static_cast<int>(end - first);
   std::copy(first, end, GetStorage(text, length));
   text.ReleaseBuffer(length);
@@ -43,25 +47,25 @@ void ReplaceByNumber(CString& text, const Number& number) {
   text.ReleaseBuffer(number.Length());
 }
 
-// Replaces the text by items of which `write` writes each, in at most kMostCharacters.
+// Replaces the text by items joined by commas. `write` writes an item of at most kMostCharacters.
 template <int kMostCharacters, typename Items, typename Write>
 void ReplaceByItems(CString& text, const Items& items, Write write) {
   constexpr int kRoom = 1024;
   wchar_t chunk[kRoom];
   wchar_t* at = chunk;
+  auto* put = ReplaceText;
   bool isFirst = true;
-  bool isAppending = false;
   for (const auto& item : items) {
     if (at - chunk > kRoom - kMostCharacters - 1) {
-      isAppending ? AppendText(text, chunk, at) : ReplaceText(text, chunk, at);
-      isAppending = true;
+      put(text, chunk, at);
+      put = AppendText;
       at = chunk;
     }
     *at = L',';
     at = write(at + (isFirst ? 0 : 1), item);
     isFirst = false;
   }
-  isAppending ? AppendText(text, chunk, at) : ReplaceText(text, chunk, at);
+  put(text, chunk, at);
 }
 
 }  // namespace
@@ -91,7 +95,7 @@ void ReplaceByFixed(CString& text, double value) {
     ReplaceByNumber(text, number);
     return;
   }
-  ReplaceByFixed(text, {value});
+  ReplaceByFixed(text, std::initializer_list<double>{value});
 }
 
 void ReplaceByFixed(CString& text, std::initializer_list<double> values) {
