@@ -6,6 +6,7 @@
 #include <bit>
 #include <cmath>
 #include <cstdint>
+#include <cstdio>
 #include <cstdlib>
 #include <random>
 #include <string>
@@ -153,20 +154,21 @@ TEST(NumberItems, DecimalsAreReadAsTheTokenizerAndTheRuntimeReadThem) {
   }
 }
 
-// Decimals halfway between two floats and beside: rounding them to double first would lose the
-// side.
+// Decimals so near to halfway between two floats that the double nearest to them lies there, and
+// some that lie there themselves: rounding them to double first would lose the side.
 TEST(NumberItems, FloatsAreRoundedOnce) {
   std::mt19937_64 random(kSeed);
   for (int i = 0; i < 20'000; ++i) {
     const std::uint64_t half = (random() % (1U << 24) | 1U << 23) * 2 + 1;
-    const std::wstring digits = std::to_wstring(half);
-    ExpectAsTokenizer<float>(digits);
-    ExpectAsTokenizer<float>(digits + L".0000000001");
-    ExpectAsTokenizer<float>(std::to_wstring(half - 1) + L".9999999999");
-    ExpectAsTokenizer<float>(digits + L".0000000000000000000000001");
-    float value = 0.0F;
-    ASSERT_TRUE(CNumberItems(CString((digits + L".0000000000000001").c_str())).Take(value));
-    ASSERT_EQ(value, std::strtof((Narrow(digits) + ".0000000000000001").c_str(), nullptr));
+    for (const int power : {-24, -25, -26, 0}) {
+      for (const char* format : {"%.15f", "%.16f", "%.17f", "%.30f"}) {
+        char text[80];
+        std::snprintf(text, sizeof text, format, std::ldexp(static_cast<double>(half), power));
+        float value = 0.0F;
+        ASSERT_TRUE(CNumberItems(CString(text)).Take(value));
+        ASSERT_EQ(value, std::strtof(text, nullptr)) << text;
+      }
+    }
   }
 }
 
