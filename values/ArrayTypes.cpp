@@ -2,26 +2,22 @@
 // first item that is no number; a name list takes every item as it stands.
 #include "values/ArrayTypes.h"
 
+#include "values/NumberItems.h"
+#include "values/NumberText.h"
+
 namespace {
 
 template <typename T>
-void JoinWithCommas(const std::vector<T>& values, CString& text) {
-  text.Empty();
-  for (const T& value : values) {
-    if (&value != values.data()) {
-      text << L',';
-    }
-    text << value;
-  }
-}
-
-template <typename T>
 std::vector<T> ReadNumbers(const CString& text) {
-  const CLumString items(text, L',', true, false);
+  // A list grows by chunks: most are then allocated once.
+  constexpr std::size_t kChunk = 64;
+  T chunk[kChunk];
+  lum::detail::CNumberItems items(text);
   std::vector<T> values;
-  T value = 0;
-  for (int i = 0; items.GetItem(i, value); ++i) {
-    values.push_back(value);
+  for (std::size_t count = kChunk; count == kChunk;) {
+    for (count = 0; count < kChunk && items.Take(chunk[count]); ++count) {
+    }
+    values.insert(values.end(), chunk, chunk + count);
   }
   return values;
 }
@@ -42,7 +38,7 @@ CLumType::LUM_TYPE CLumIntArray::Type() const { return TYPE_INTARRAY; }
 CLumIntArray* CLumIntArray::MakeCopy() const { return new CLumIntArray(*this); }
 
 int CLumIntArray::GetValueStr(CString& text) const {
-  JoinWithCommas(m_values, text);
+  lum::detail::ReplaceByDecimal(text, m_values);
   return 1;
 }
 
@@ -75,7 +71,7 @@ CLumType::LUM_TYPE CLumDoubleArray::Type() const { return TYPE_DOUBLEARRAY; }
 CLumDoubleArray* CLumDoubleArray::MakeCopy() const { return new CLumDoubleArray(*this); }
 
 int CLumDoubleArray::GetValueStr(CString& text) const {
-  JoinWithCommas(m_values, text);
+  lum::detail::ReplaceByShortest(text, m_values);
   return 1;
 }
 
@@ -112,7 +108,13 @@ CLumType::LUM_TYPE CLumNameArray::Type() const { return TYPE_NAMEARRAY; }
 CLumNameArray* CLumNameArray::MakeCopy() const { return new CLumNameArray(*this); }
 
 int CLumNameArray::GetValueStr(CString& text) const {
-  JoinWithCommas(m_values, text);
+  text.Empty();
+  for (const CString& value : m_values) {
+    if (&value != m_values.data()) {
+      text.AppendChar(L',');
+    }
+    text.Append(value);
+  }
   return 1;
 }
 

@@ -1,6 +1,7 @@
 // The double kind as a value; its operations for formulas stand in formulas/.
 #include "values/DoubleType.h"
 
+#include "values/NumberItems.h"
 #include "values/NumberText.h"
 
 namespace {
@@ -18,7 +19,7 @@ CLumDouble::~CLumDouble() = default;
 
 bool CLumDouble::SetValueStr(CString text) {
   double value = 0.0;
-  return CLumString(text, L',', true, false).GetItem(0, value) && SetDouble(value) != 0;
+  return lum::detail::CNumberItems(text).Take(value) && SetDouble(value) != 0;
 }
 
 CLumType::LUM_TYPE CLumDouble::Type() const { return TYPE_DOUBLE; }
@@ -26,8 +27,7 @@ CLumType::LUM_TYPE CLumDouble::Type() const { return TYPE_DOUBLE; }
 CLumDouble* CLumDouble::MakeCopy() const { return new CLumDouble(*this); }
 
 int CLumDouble::GetValueStr(CString& text) const {
-  text.Empty();
-  lum::detail::AppendFixed(text, m_value);
+  lum::detail::ReplaceByFixed(text, m_value);
   return 1;
 }
 

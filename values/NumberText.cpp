@@ -1,49 +1,114 @@
-// Writing goes through std::to_chars, which knows no locale.
+// Numbers are written beside the strings, which take them whole: each call of a string costs more
+// than a digit does.
 #include "values/NumberText.h"
 
 #include <algorithm>
-#include <charconv>
-#include <cmath>
-#include <iterator>
-#include <limits>
+
+#include "values/NumberDigits.h"
 
 namespace lum::detail {
 namespace {
 
-void AppendAscii(CString& text, const char* first, const char* end, wchar_t* wide) {
-  std::copy(first, end, wide);
-  text.Append(wide, static_cast<int>(end - first));
+void AppendText(CString& text, const wchar_t* first, const wchar_t* end) {
+  text.Append(first, static_cast<int>(end - first));
 }
 
-template <typename T>
-void AppendInteger(CString& text, T value) {
-  constexpr int kSize = std::numeric_limits<T>::digits10 + 2;  // One more digit, and a sign.
-  char digits[kSize];
-  wchar_t wide[kSize];
-  AppendAscii(text, digits, std::to_chars(digits, std::end(digits), value).ptr, wide);
+// Appends a number taken apart.
+template <typename Number>
+void AppendNumber(CString& text, const Number& number) {
+  wchar_t digits[Number::kMostLength];
+  AppendText(text, digits, number.Write(digits));
+}
+
+// Storage for the characters that replace a text: its own, if they fit in and nobody shares it.
+wchar_t* GetStorage(CString& text, int length) {
+  // What a longer text holds is not worth keeping: it may be shared and be copied in vain.
+  constexpr int kMostKept = 64;
+  if (text.GetLength() > kMostKept) {
+    text.Empty();
+  }
+  return text.GetBuffer(length);
+}
+
+void ReplaceText(CString& text, const wchar_t* first, const wchar_t* end) {
+  if (first == end) {
+    text.Empty();
+    return;
+  }
+  const auto length = static_cast<int>(end - first);
+  std::copy(first, end, GetStorage(text, length));
+  text.ReleaseBuffer(length);
+}
+
+// Replaces the text by a number taken apart.
+template <typename Number>
+void ReplaceByNumber(CString& text, const Number& number) {
+  number.Write(GetStorage(text, number.Length()));
+  text.ReleaseBuffer(number.Length());
+}
+
+// Replaces the text by items joined by commas. `write` writes an item of at most kMostCharacters.
+template <int kMostCharacters, typename Items, typename Write>
+void ReplaceByItems(CString& text, const Items& items, Write write) {
+  constexpr int kRoom = 1024;
+  wchar_t chunk[kRoom];
+  wchar_t* at = chunk;
+  auto* put = ReplaceText;
+  bool isFirst = true;
+  for (const auto& item : items) {
+    if (at - chunk > kRoom - kMostCharacters - 1) {
+      put(text, chunk, at);
+      put = AppendText;
+      at = chunk;
+    }
+    *at = L',';
+    at = write(at + (isFirst ? 0 : 1), item);
+    isFirst = false;
+  }
+  put(text, chunk, at);
 }
 
 }  // namespace
 
-void AppendDecimal(CString& text, int value) { AppendInteger(text, value); }
+void AppendDecimal(CString& text, int value) { AppendNumber(text, CDecimal(value)); }
 
-void AppendDecimal(CString& text, unsigned int value) { AppendInteger(text, value); }
+void AppendDecimal(CString& text, unsigned int value) { AppendNumber(text, CDecimal(value)); }
 
-void AppendDecimal(CString& text, std::uint64_t value) { AppendInteger(text, value); }
+void AppendDecimal(CString& text, std::uint64_t value) { AppendNumber(text, CDecimal(value)); }
 
 void AppendFixed(CString& text, double value) {
-  if (std::isnan(value)) {
-    // Runtimes name kinds of not-a-number differently; here there is one.
-    text.Append(std::signbit(value) ? L"-nan" : L"nan");
+  wchar_t digits[CFixed::kMostLength];
+  AppendText(text, digits, WriteFixed(digits, value));
+}
+
+void ReplaceByDecimal(CString& text, int value) { ReplaceByNumber(text, CDecimal(value)); }
+
+void ReplaceByDecimal(CString& text, unsigned int value) { ReplaceByNumber(text, CDecimal(value)); }
+
+void ReplaceByDecimal(CString& text, std::uint64_t value) {
+  ReplaceByNumber(text, CDecimal(value));
+}
+
+void ReplaceByFixed(CString& text, double value) {
+  CFixed number;
+  if (number.Split(value)) {
+    ReplaceByNumber(text, number);
     return;
   }
-  constexpr int kPrecision = 6;
-  constexpr int kSize = std::numeric_limits<double>::max_exponent10 + kPrecision + 4;
-  char digits[kSize];
-  wchar_t wide[kSize];
-  const char* end =
-      std::to_chars(digits, std::end(digits), value, std::chars_format::fixed, kPrecision).ptr;
-  AppendAscii(text, digits, end, wide);
+  ReplaceByFixed(text, std::initializer_list<double>{value});
+}
+
+void ReplaceByFixed(CString& text, std::initializer_list<double> values) {
+  ReplaceByItems<CFixed::kMostLength>(text, values, WriteFixed);
+}
+
+void ReplaceByDecimal(CString& text, const std::vector<int>& values) {
+  ReplaceByItems<CDecimal::kMostLength>(
+      text, values, [](wchar_t* at, int value) { return CDecimal(value).Write(at); });
+}
+
+void ReplaceByShortest(CString& text, const std::vector<double>& values) {
+  ReplaceByItems<kMostShortest>(text, values, WriteShortest);
 }
 
 }  // namespace lum::detail

@@ -1,19 +1,20 @@
 // The scalar kinds differ in their field and its text form alone.
 #include "values/ScalarTypes.h"
 
+#include "values/NumberItems.h"
 #include "values/NumberScan.h"
 #include "values/NumberText.h"
 #include "values/TextView.h"
 
 namespace {
 
-using lum::detail::AppendDecimal;
-using lum::detail::AppendFixed;
+using lum::detail::ReplaceByDecimal;
+using lum::detail::ReplaceByFixed;
 
 // Reads the first of comma-separated items; the items after it do not count.
 template <typename T>
 bool ReadFirstItem(const CString& text, T& value) {
-  return CLumString(text, L',', true, false).GetItem(0, value);
+  return lum::detail::CNumberItems(text).Take(value);
 }
 
 }  // namespace
@@ -40,7 +41,7 @@ CLumType::LUM_TYPE CLumBool::Type() const { return TYPE_BOOL; }
 CLumBool* CLumBool::MakeCopy() const { return new CLumBool(*this); }
 
 int CLumBool::GetValueStr(CString& text) const {
-  text = m_value ? L"1" : L"0";
+  ReplaceByDecimal(text, m_value ? 1 : 0);
   return 1;
 }
 
@@ -73,8 +74,7 @@ CLumType::LUM_TYPE CLumInt::Type() const { return TYPE_INT; }
 CLumInt* CLumInt::MakeCopy() const { return new CLumInt(*this); }
 
 int CLumInt::GetValueStr(CString& text) const {
-  text.Empty();
-  AppendDecimal(text, m_value);
+  ReplaceByDecimal(text, m_value);
   return 1;
 }
 
@@ -107,8 +107,7 @@ CLumType::LUM_TYPE CLumUInt::Type() const { return TYPE_UINT; }
 CLumUInt* CLumUInt::MakeCopy() const { return new CLumUInt(*this); }
 
 int CLumUInt::GetValueStr(CString& text) const {
-  text.Empty();
-  AppendDecimal(text, m_value);
+  ReplaceByDecimal(text, m_value);
   return 1;
 }
 
@@ -140,8 +139,7 @@ CLumType::LUM_TYPE CLumULongLong::Type() const { return TYPE_ULONGLONG; }
 CLumULongLong* CLumULongLong::MakeCopy() const { return new CLumULongLong(*this); }
 
 int CLumULongLong::GetValueStr(CString& text) const {
-  text.Empty();
-  AppendDecimal(text, m_value);
+  ReplaceByDecimal(text, m_value);
   return 1;
 }
 
@@ -174,8 +172,7 @@ CLumType::LUM_TYPE CLumFloat::Type() const { return TYPE_FLOAT; }
 CLumFloat* CLumFloat::MakeCopy() const { return new CLumFloat(*this); }
 
 int CLumFloat::GetValueStr(CString& text) const {
-  text.Empty();
-  AppendFixed(text, static_cast<double>(m_value));
+  ReplaceByFixed(text, static_cast<double>(m_value));
   return 1;
 }
 

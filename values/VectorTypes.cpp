@@ -2,11 +2,13 @@
 // by component.
 #include "values/VectorTypes.h"
 
+#include "values/NumberItems.h"
 #include "values/NumberText.h"
 
 namespace {
 
-using lum::detail::AppendFixed;
+using lum::detail::CNumberItems;
+using lum::detail::ReplaceByFixed;
 
 // What compound arithmetic takes from its source: zeros where it has no two (three) doubles.
 CLumDouble2D PairOrZeros(const CLumType& source) {
@@ -31,10 +33,10 @@ CLumDouble3D TripleOrZeros(const CLumType& source) {
 CLumDouble2D::~CLumDouble2D() = default;
 
 bool CLumDouble2D::SetValueStr(CString text) {
-  const CLumString items(text, L',', true, false);
+  CNumberItems items(text);
   double first = 0.0;
   double second = 0.0;
-  return items.GetItem(0, first) && items.GetItem(1, second) && SetDouble2D(first, second) != 0;
+  return items.Take(first) && items.Take(second) && SetDouble2D(first, second) != 0;
 }
 
 CLumType::LUM_TYPE CLumDouble2D::Type() const { return TYPE_DOUBLE2D; }
@@ -42,10 +44,7 @@ CLumType::LUM_TYPE CLumDouble2D::Type() const { return TYPE_DOUBLE2D; }
 CLumDouble2D* CLumDouble2D::MakeCopy() const { return new CLumDouble2D(*this); }
 
 int CLumDouble2D::GetValueStr(CString& text) const {
-  text.Empty();
-  AppendFixed(text, m_first);
-  text.AppendChar(L',');
-  AppendFixed(text, m_second);
+  ReplaceByFixed(text, {m_first, m_second});
   return 1;
 }
 
@@ -115,12 +114,11 @@ CLumDouble2D CLumDouble2D::operator/(const CLumDouble2D& other) const {
 CLumDouble3D::~CLumDouble3D() = default;
 
 bool CLumDouble3D::SetValueStr(CString text) {
-  const CLumString items(text, L',', true, false);
+  CNumberItems items(text);
   double x = 0.0;
   double y = 0.0;
   double z = 0.0;
-  return items.GetItem(0, x) && items.GetItem(1, y) && items.GetItem(2, z) &&
-         SetDouble3D(x, y, z) != 0;
+  return items.Take(x) && items.Take(y) && items.Take(z) && SetDouble3D(x, y, z) != 0;
 }
 
 CLumType::LUM_TYPE CLumDouble3D::Type() const { return TYPE_DOUBLE3D; }
@@ -128,12 +126,7 @@ CLumType::LUM_TYPE CLumDouble3D::Type() const { return TYPE_DOUBLE3D; }
 CLumDouble3D* CLumDouble3D::MakeCopy() const { return new CLumDouble3D(*this); }
 
 int CLumDouble3D::GetValueStr(CString& text) const {
-  text.Empty();
-  AppendFixed(text, m_x);
-  text.AppendChar(L',');
-  AppendFixed(text, m_y);
-  text.AppendChar(L',');
-  AppendFixed(text, m_z);
+  ReplaceByFixed(text, {m_x, m_y, m_z});
   return 1;
 }
 

@@ -1,8 +1,10 @@
-// Integers are summed up digit by digit. A floating-point text is first brought into a normal form,
-// its significant digits and a decimal exponent, which fits a small buffer whatever its length was.
+// Integers are summed up digit by digit, short decimal numbers as well. Any other floating-point
+// text is first brought into a normal form, its significant digits and a decimal exponent, which
+// fits a small buffer whatever its length was.
 #include "platform/portable/NumberText.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -79,7 +81,7 @@ constexpr long long kHugeExponent = 1LL << 40;
 
 // 0.d1d2d3... * 10^magnitude
 struct Decimal {
-  char digits[kMostDigits + 1] = {};
+  char digits[kMostDigits + 1];  // One place more, for the digit that stands for those left out.
   int count = 0;
   bool hasMore = false;  // A digit that is not zero was left out.
   long long magnitude = 0;
@@ -175,8 +177,49 @@ bool Round(Decimal& number, T& value) {
   return true;
 }
 
+// Powers of ten that the type holds exactly: the same powers of five have no more digits than it.
+template <typename T>
+constexpr auto kExactPowersOfTen = [] {
+  constexpr std::size_t kLargest = std::numeric_limits<T>::digits * 43 / 100;
+  std::array<T, kLargest + 1> powers{1};
+  for (std::size_t i = 1; i < powers.size(); ++i) {
+    powers[i] = powers[i - 1] * 10;
+  }
+  return powers;
+}();
+
+// Reads "12", "12.", "12.5" or ".5" when the digits as one integer and the power of ten are both
+// exact: then one division gives the nearest. False, with the output untouched, for any other text.
+template <typename T>
+bool ReadShortDecimal(std::wstring_view text, T& value) {
+  constexpr std::size_t kMostSummedUp = std::numeric_limits<std::uint64_t>::digits10;
+  constexpr std::uint64_t kLargestExact = std::uint64_t{1} << std::numeric_limits<T>::digits;
+  const std::size_t point = std::min(text.find(L'.'), text.size());
+  const bool hasPoint = point < text.size();
+  const std::size_t count = text.size() - (hasPoint ? 1 : 0);
+  const std::size_t decimals = count - point;
+  if (count == 0 || count > kMostSummedUp || decimals >= kExactPowersOfTen<T>.size()) {
+    return false;
+  }
+  std::uint64_t digits = 0;
+  for (std::size_t place = 0; place < text.size(); ++place) {
+    if (place != point && !IsDigit(text[place])) {
+      return false;
+    }
+    digits = place == point ? digits : digits * 10 + DigitValue(text[place]);
+  }
+  if (digits > kLargestExact) {
+    return false;
+  }
+  value = static_cast<T>(digits) / kExactPowersOfTen<T>[decimals];
+  return true;
+}
+
 template <typename T>
 bool ReadDecimal(std::wstring_view text, T& value) {
+  if (ReadShortDecimal(text, value)) {
+    return true;
+  }
   Decimal number;
   long long exponent = 0;
   if (!TakeMantissa(text, number) || !ReadExponent(text, exponent)) {

@@ -37,6 +37,10 @@ void CLumString::LoadStringW(const CString& text, bool trim, bool merge) {
     return;
   }
   const std::wstring_view whole(m_text.GetString(), static_cast<std::size_t>(m_text.GetLength()));
+  if (!merge) {
+    const auto separators = std::count(whole.begin(), whole.end(), m_separator);
+    m_spans.reserve(static_cast<std::size_t>(separators) + 1);
+  }
   for (std::size_t first = 0;;) {
     const std::size_t end = std::min(whole.find(m_separator, first), whole.size());
     const std::wstring_view item = whole.substr(first, end - first);

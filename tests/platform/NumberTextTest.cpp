@@ -228,6 +228,26 @@ TEST(NumberText, RandomTextsReadAsTheRuntimeReadsThem) {
   }
 }
 
+// Digits with a point among them, also around what the types hold exactly.
+TEST(NumberText, RandomDecimalsReadAsTheRuntimeReadsThem) {
+  constexpr std::uint64_t kLimits[] = {1U << 24, std::uint64_t{1} << 53, 10'000'000'000'000'000};
+  std::mt19937_64 random(45);
+  for (int round = 0; round < 200'000; ++round) {
+    const std::uint64_t any = random();
+    std::string text = std::to_string(round % 2 == 0 ? any >> (random() % 64)
+                                                     : kLimits[any % 3] + random() % 9 - 4);
+    text.append(round % 5 == 0 ? random() % 5 : 0, '0');
+    text.insert(random() % (text.size() + 1), round % 11 == 0 ? 0 : 1, '.');
+    text.insert(0, round % 7 == 0 ? random() % 12 : 0, '0');
+    double value = 77;
+    float single = 77;
+    ASSERT_TRUE(Read(TextOf(text), value)) << text;
+    ASSERT_EQ(value, std::strtod(text.c_str(), nullptr)) << text;
+    ASSERT_TRUE(Read(TextOf(text), single)) << text;
+    ASSERT_EQ(single, std::strtof(text.c_str(), nullptr)) << text;
+  }
+}
+
 TEST(NumberText, RandomGarbageIsJudgedAsTheRuntimeJudgesIt) {
   std::mt19937 random(44);
   constexpr char kLetters[] = "0123456789.eE+-";

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <charconv>
+#include <cmath>
+#include <iterator>
 #include <limits>
 #include <string>
 #include <utility>
@@ -100,6 +103,34 @@ TEST(ArrayTypes, LongListsReadBack) {
   std::vector<int> output;
   EXPECT_EQ(value.GetIntArray(output), 1);
   EXPECT_EQ(output, numbers);
+}
+
+TEST(ArrayTypes, ListsOfEveryLengthAreWrittenAndReadWhole) {
+  std::vector<double> reals;
+  std::vector<int> numbers;
+  std::string realText;
+  std::string numberText;
+  // Past the lengths at which texts and lists are put together from parts.
+  for (int i = 0; i < 300; ++i) {
+    const char* const comma = i == 0 ? "" : ",";
+    reals.push_back(-std::ldexp(1.0, -1020 - i % 50));
+    numbers.push_back(std::numeric_limits<int>::min() + i);
+    char text[40];
+    realText += comma + std::string(text, std::to_chars(text, std::end(text), reals.back()).ptr);
+    numberText += comma + std::to_string(numbers.back());
+    CLumDoubleArray realArray(static_cast<const std::vector<double>&>(reals));
+    CLumIntArray numberArray(static_cast<const std::vector<int>&>(numbers));
+    ASSERT_EQ(TextOf(realArray), realText);
+    ASSERT_EQ(TextOf(numberArray), numberText);
+    std::vector<double> readReals;
+    std::vector<int> readNumbers;
+    ASSERT_TRUE(realArray.SetValueStr(CString(realText.c_str())));
+    ASSERT_TRUE(numberArray.SetValueStr(CString(numberText.c_str())));
+    realArray.GetDoubleArray(readReals);
+    numberArray.GetIntArray(readNumbers);
+    ASSERT_EQ(readReals, reals);
+    ASSERT_EQ(readNumbers, numbers);
+  }
 }
 
 TEST(ArrayTypes, TheirContentsAreCopiedInAndOut) {

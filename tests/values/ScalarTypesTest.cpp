@@ -190,6 +190,21 @@ TEST(ScalarTypes, SameKindAssignmentCopies) {
   EXPECT_EQ(TextOf(empty), "(none)");
 }
 
+TEST(ScalarTypes, WritingATextLeavesItsCopiesAlone) {
+  for (const CString& before : {CString(), CString(L"1"), CString(L'x', 10), CString(L'x', 1000)}) {
+    CString text = before;
+    const CString copy = text;
+    EXPECT_EQ(CLumDouble(-2.5).GetValueStr(text), 1);
+    EXPECT_EQ(text, L"-2.500000");
+    EXPECT_EQ(CLumUInt(7).GetValueStr(text), 1);
+    EXPECT_EQ(text, L"7");
+    EXPECT_EQ(CLumBool(true).GetValueStr(text), 1);
+    EXPECT_EQ(text, L"1");
+    EXPECT_EQ(text.GetLength(), 1);
+    EXPECT_EQ(copy, before);
+  }
+}
+
 TEST(ScalarTypes, CompoundArithmeticTakesOtherKindsForZero) {
   CLumDouble d(3.0);
   d += CLumInt(4);

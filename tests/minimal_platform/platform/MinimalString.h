@@ -83,6 +83,11 @@ class MinimalString {
   void Append(const Ch* text, int length) { m_text.append(text, Size(length)); }
   void Append(const MinimalString& text) { m_text += text.m_text; }
   void AppendChar(Ch ch) { m_text += ch; }
+  Ch* GetBuffer(int length) {
+    m_text.resize(std::max(Size(length), m_text.size()));
+    return m_text.data();
+  }
+  void ReleaseBuffer(int length) { m_text.resize(Size(length)); }
   MinimalString& operator+=(const MinimalString& text) {
     m_text += text.m_text;
     return *this;
