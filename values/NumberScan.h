@@ -9,6 +9,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <string_view>
 #include <type_traits>
 
@@ -48,11 +49,42 @@ constexpr int HexDigit(Ch ch) {
   return code < kHexDigits.size() ? kHexDigits[code] : -1;
 }
 
+/// The value of a decimal digit, of any other character a number above 9.
+template <typename Ch>
+constexpr unsigned int DecimalDigit(Ch ch) {
+  return static_cast<unsigned int>(ch) - '0';
+}
+
+/// As TakeInt of a text that begins with as many digits as an int holds in any case, as clocks write
+/// them. False, with nothing changed, for any other text.
+inline bool TakePlainInt(std::string_view& text, std::size_t width, int& value) {
+  constexpr std::size_t kMostDigits = std::numeric_limits<int>::digits10;
+  if (width == 0 || width > kMostDigits || text.size() < width) {
+    return false;
+  }
+  unsigned int number = 0;
+  for (std::size_t place = 0; place < width; ++place) {
+    const unsigned int digit = DecimalDigit(text[place]);
+    if (digit > 9) {
+      return false;
+    }
+    number = number * 10 + digit;
+  }
+  value = static_cast<int>(number);
+  text.remove_prefix(width);
+  return true;
+}
+
+/// As TakeInt of any text.
+bool TakeFormattedInt(std::string_view& text, std::size_t width, int& value);
+
 /// As "%d".
 bool ScanInt(std::wstring_view text, int& value);
 /// As "%d" with a width, as in "%2d": at most so many characters after the white space count. The
 /// text goes on behind the number; it is not touched when there is none.
-bool TakeInt(std::string_view& text, std::size_t width, int& value);
+inline bool TakeInt(std::string_view& text, std::size_t width, int& value) {
+  return TakePlainInt(text, width, value) || TakeFormattedInt(text, width, value);
+}
 /// As "%u": a sign is taken, "-1" wraps.
 bool ScanUInt(std::wstring_view text, unsigned int& value);
 /// As an unsigned 64-bit "%u".
