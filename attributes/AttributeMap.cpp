@@ -28,6 +28,7 @@ CAttributeMap::CAttributeMap(const CAttributeMap& other) : CAttributeRec(other) 
 }
 
 CAttributeMap::CAttributeMap(CAttributeMap&& other) noexcept : CAttributeRec(std::move(other)) {
+  // NOLINTNEXTLINE(bugprone-use-after-move): the record alone was moved from.
   m_lastSelected = other.m_lastSelected;
   NodeAccess::SetListBelow(*this, NodeAccess::TakeListBelow(other));
 }

@@ -6,11 +6,13 @@
 // siblings of the same name. Names are compared exactly.
 #pragma once
 
-#include <cstdint>
-
 #include "attributes/AttributeRec.h"
 
 class FileObject;
+
+namespace lum::detail {
+class CChildList;
+}
 
 /// A tree node and the tree below it, which it owns. Copies are deep. Bulk operations (copy,
 /// destruction, Overload, Compare, loading, saving) take time in proportion to the number of nodes
@@ -185,8 +187,8 @@ class LUM_ATTRIBUTES_API CAttributeMap : public CAttributeRec {
 
   static const CAttributeMap& NullAttribute();
 
-  /// The list of the node's children and the list that it stands in: see attributes/NodeAccess.h.
-  std::uintptr_t m_lists = 0;
+  /// The list of the node's children; as long as it has none, the list that it stands in itself.
+  lum::detail::CChildList* m_list = nullptr;
 };
 
 #include "attributes/AttributePersistence.h"

@@ -69,8 +69,10 @@ class LUM_ATTRIBUTES_API CAttributeRec {
 
   CString m_mnemonic;
   [[no_unique_address]] lum::detail::CValueSlot m_value;
-  bool m_isChild = false;       ///< A node that stands in a tree, whose siblings may be indexed.
-  bool m_lastSelected = false;  ///< See CAttributeMap::SetLastSelected.
-  std::uint8_t m_blockPlace = 0;  ///< One more than the node's place in its CNodeBlock; 0: it has none.
+  bool m_isChild : 1 = false;       ///< A node that stands in a list, which may index its name.
+  bool m_hasListBelow : 1 = false;  ///< See CAttributeMap::m_list.
+  bool m_lastSelected : 1 = false;  ///< See CAttributeMap::SetLastSelected.
+  std::uint8_t m_blockPlace =
+      0;  ///< One more than the node's place in its CNodeBlock; 0: it has none.
   unsigned int m_flags;
 };

@@ -64,8 +64,7 @@ bool CChildIndex::Rename(Siblings siblings, const CAttributeMap& child,
   const std::size_t oldPlace = SlotOf(siblings, oldName, HashName(oldName), 0);
   const std::uint32_t newHash = HashName(newName);
   const std::uint32_t pos = m_slots[oldPlace].pos;
-  if (m_places[pos].count != 1 ||
-      m_slots[SlotOf(siblings, newName, newHash, 0)].pos != kFree) {
+  if (m_places[pos].count != 1 || m_slots[SlotOf(siblings, newName, newHash, 0)].pos != kFree) {
     return false;
   }
   RemoveSlot(oldPlace);
@@ -126,8 +125,7 @@ std::size_t CChildIndex::SlotOf(Siblings siblings, std::wstring_view name, std::
   for (;; place = Next(place)) {
     const Slot& slot = m_slots[place];
     // Of one name, only the wanted occurrence has this hash.
-    if (slot.pos == kFree ||
-        (slot.hash == hash && View(siblings[slot.pos]->Mnemonic()) == name)) {
+    if (slot.pos == kFree || (slot.hash == hash && View(siblings[slot.pos]->Mnemonic()) == name)) {
       return place;
     }
   }

@@ -27,8 +27,7 @@ class CCopyFrame {
   CAttributeMap& CopyChild() {
     const std::size_t place = m_next % CNodeBlock::kMostNodes;
     if (place == 0) {
-      m_block.reset(
-          CNodeBlock::Make(std::min(m_from.size() - m_next, CNodeBlock::kMostNodes)));
+      m_block.reset(CNodeBlock::Make(std::min(m_from.size() - m_next, CNodeBlock::kMostNodes)));
     }
     return NodeAccess::Append(*m_to, NodeAccess::MakeCopy(*m_from[m_next++], *m_block, place));
   }
@@ -58,8 +57,7 @@ void NodeAccess::DeleteNode(CAttributeMap* node) noexcept {
   }
 }
 
-CAttributeMap& NodeAccess::CreateChild(CAttributeMap& parent, const CString& name,
-                                       int occurrence) {
+CAttributeMap& NodeAccess::CreateChild(CAttributeMap& parent, const CString& name, int occurrence) {
   // Without the wanted one, the first of a name tells that there is none at all.
   int missing = occurrence == 0 ? 0 : occurrence - CountChildren(parent, View(name));
   for (; missing > 0; --missing) {

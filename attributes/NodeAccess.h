@@ -3,8 +3,8 @@
 // node's interface.
 //
 // A node knows the list of its children and the list that it stands in, which most algorithms and
-// the indexes of names need. Both are one word: a node without children refers to the list around
-// it, marked by the lowest bit; one with children to the list of these, which knows the other one.
+// the indexes of names need. To be small it refers to one of them only: to the list of its
+// children, which knows the other one, or, without children, to the list that it stands in.
 #pragma once
 
 #include <memory>
@@ -47,15 +47,11 @@ struct NodeAccess {
 
   /// The list of the node's children; null when it never had any.
   static CChildList* ListBelow(const CAttributeMap& node) noexcept {
-    return RefersAround(node) ? nullptr : reinterpret_cast<CChildList*>(node.m_lists);
+    return node.m_hasListBelow ? node.m_list : nullptr;
   }
   /// The list that the node stands in; null for a root.
   static CChildList* ListAround(const CAttributeMap& node) noexcept {
-    if (RefersAround(node)) {
-      return reinterpret_cast<CChildList*>(node.m_lists - kAround);
-    }
-    const CChildList* below = ListBelow(node);
-    return below != nullptr ? below->Above() : nullptr;
+    return node.m_hasListBelow ? node.m_list->Above() : node.m_list;
   }
   static CChildList& MakeListBelow(CAttributeMap& node) {
     if (ListBelow(node) == nullptr) {
@@ -70,9 +66,9 @@ struct NodeAccess {
 
   /// Takes the children's list off a node, which has no children then. May be null.
   static std::unique_ptr<CChildList> TakeListBelow(CAttributeMap& node) noexcept {
-    CChildList* around = ListAround(node);
     std::unique_ptr<CChildList> below(ListBelow(node));
-    node.m_lists = around != nullptr ? reinterpret_cast<std::uintptr_t>(around) + kAround : 0;
+    node.m_list = ListAround(node);
+    node.m_hasListBelow = false;
     return below;
   }
   /// Gives a list of children to a node that has none.
@@ -80,7 +76,8 @@ struct NodeAccess {
     if (below != nullptr) {
       below->SetAbove(ListAround(node));
       below->SetParent(node);
-      node.m_lists = reinterpret_cast<std::uintptr_t>(below.release());
+      node.m_list = below.release();
+      node.m_hasListBelow = true;
     }
   }
 
@@ -166,17 +163,12 @@ struct NodeAccess {
   }
 
  private:
-  static constexpr std::uintptr_t kAround = 1;
-
-  static bool RefersAround(const CAttributeMap& node) noexcept {
-    return (node.m_lists & kAround) != 0;
-  }
   static void SetListAround(CAttributeMap& node, CChildList& around) noexcept {
     node.m_isChild = true;
     if (CChildList* below = ListBelow(node)) {
       below->SetAbove(&around);
     } else {
-      node.m_lists = reinterpret_cast<std::uintptr_t>(&around) + kAround;
+      node.m_list = &around;
     }
   }
 };

@@ -12,7 +12,9 @@ class CSiblingWalk {
       : m_list(NodeAccess::ListBelow(parent)), m_children(NodeAccess::Children(parent)) {}
 
   /// The next child, or null after the last.
-  const CAttributeMap* Next() { return m_next == m_children.size() ? nullptr : m_children[m_next++]; }
+  const CAttributeMap* Next() {
+    return m_next == m_children.size() ? nullptr : m_children[m_next++];
+  }
   /// The occurrence of the child that Next gave last.
   int Occurrence() const { return m_list->OccurrenceAt(Pos()); }
   std::size_t Pos() const noexcept { return m_next - 1; }
@@ -52,8 +54,7 @@ class CPairWalk {
  private:
   bool StandsBeside() const {
     const Siblings others = NodeAccess::Children(*m_other);
-    return m_walk.Pos() < others.size() &&
-           others[m_walk.Pos()]->Mnemonic() == m_child->Mnemonic();
+    return m_walk.Pos() < others.size() && others[m_walk.Pos()]->Mnemonic() == m_child->Mnemonic();
   }
 
   CSiblingWalk m_walk;

@@ -1,5 +1,5 @@
-// How every benchmark is made: a workload, one of its contenders, how many items a run works on, and
-// the answer a run must give. The report (benchmarks/report.py) takes the names apart again.
+// How every benchmark is made: a workload, one of its contenders, how many items a run works on,
+// and the answer a run must give. The report (benchmarks/report.py) takes the names apart again.
 #pragma once
 
 #include <benchmark/benchmark.h>

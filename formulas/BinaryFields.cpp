@@ -38,7 +38,8 @@ FieldType TypeOfHexText(FieldType type) {
 bool ReadHexText(std::string_view text, FieldCode code, double& number) {
   unsigned int bits = 0;
   return lum::detail::ScanHex(text, bits) &&
-         ReadField(FieldBytes{bits, sizeof bits}, {TypeOfHexText(code.type), code.isReversed}, number);
+         ReadField(FieldBytes{bits, sizeof bits}, {TypeOfHexText(code.type), code.isReversed},
+                   number);
 }
 
 bool ReadRecord(std::string_view record, FieldCode code, double& number) {

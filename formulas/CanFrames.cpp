@@ -33,8 +33,8 @@ struct Part {
   std::size_t count;  // At most as many as a field can have.
 };
 
-// Reads `count` data bytes, all of them, and keeps those that are wanted. Nothing when the text runs
-// out before.
+// Reads `count` data bytes, all of them, and keeps those that are wanted. Nothing when the text
+// runs out before.
 std::optional<FieldBytes> ReadData(CFrameText text, std::int64_t count, Part wanted) {
   FieldBytes bytes;
   for (std::int64_t place = 0; place < count; ++place) {
@@ -197,8 +197,10 @@ int CLumDouble::J1939BitsVal(CLumType& message, CLumType& typeCode, CLumType& st
     return Fail(m_value, lenient);
   }
   // The bytes that the field lies in; one at least tells whether the data reach so far.
-  const std::int64_t wanted = std::clamp<std::int64_t>((*start % 8 + *length + 7) / 8, 1, kMostFieldBytes);
-  const std::optional<FieldBytes> bytes = ReadJ1939Data(text.View(), {*start / 8, static_cast<std::size_t>(wanted)});
+  const std::int64_t wanted =
+      std::clamp<std::int64_t>((*start % 8 + *length + 7) / 8, 1, kMostFieldBytes);
+  const std::optional<FieldBytes> bytes =
+      ReadJ1939Data(text.View(), {*start / 8, static_cast<std::size_t>(wanted)});
   if (!bytes) {
     return Fail(m_value, lenient);
   }

@@ -41,8 +41,7 @@ class CTextArgument {
     if constexpr (std::is_same_v<Ch, char>) {
       return ReadHeld<CLumIoName>(argument, m_view);
     } else {
-      return ReadHeld<CLumName>(argument, m_view) ||
-             ReadHeld<CLumAnything>(argument, m_view);
+      return ReadHeld<CLumName>(argument, m_view) || ReadHeld<CLumAnything>(argument, m_view);
     }
   }
   void Fetch(const CLumType& argument);

@@ -327,7 +327,8 @@ bool ReadPlainMagnitude(StringView<Ch> text, double& value) {
     decimals = place - point - 1;
     count += decimals;
   }
-  const bool goesOn = place != end && (LowerAscii(*place) == Ch{'e'} || LowerAscii(*place) == Ch{'x'});
+  const bool goesOn =
+      place != end && (LowerAscii(*place) == Ch{'e'} || LowerAscii(*place) == Ch{'x'});
   if (goesOn || count == 0 || count > kMostPlainDigits || digits > kLargestExact) {
     return false;
   }

@@ -55,8 +55,8 @@ constexpr unsigned int DecimalDigit(Ch ch) {
   return static_cast<unsigned int>(ch) - '0';
 }
 
-/// As TakeInt of a text that begins with as many digits as an int holds in any case, as clocks write
-/// them. False, with nothing changed, for any other text.
+/// As TakeInt of a text that begins with as many digits as an int holds in any case, as clocks
+/// write them. False, with nothing changed, for any other text.
 inline bool TakePlainInt(std::string_view& text, std::size_t width, int& value) {
   constexpr std::size_t kMostDigits = std::numeric_limits<int>::digits10;
   if (width == 0 || width > kMostDigits || text.size() < width) {

@@ -21,12 +21,11 @@ bool CopyIfExactly(const CLumType& value, std::byte (&place)[Size]) noexcept {
 }  // namespace
 
 bool CValueSlot::CopyInPlace(const CLumType& value) noexcept {
-  m_isInPlace = CopyIfExactly<CLumDouble>(value, m_place) ||
-                CopyIfExactly<CLumInt>(value, m_place) || CopyIfExactly<CLumBool>(value, m_place) ||
-                CopyIfExactly<CLumUndefined>(value, m_place) ||
-                CopyIfExactly<CLumUInt>(value, m_place) ||
-                CopyIfExactly<CLumFloat>(value, m_place) ||
-                CopyIfExactly<CLumULongLong>(value, m_place);
+  m_isInPlace =
+      CopyIfExactly<CLumDouble>(value, m_place) || CopyIfExactly<CLumInt>(value, m_place) ||
+      CopyIfExactly<CLumBool>(value, m_place) || CopyIfExactly<CLumUndefined>(value, m_place) ||
+      CopyIfExactly<CLumUInt>(value, m_place) || CopyIfExactly<CLumFloat>(value, m_place) ||
+      CopyIfExactly<CLumULongLong>(value, m_place);
   return m_isInPlace;
 }
 
