@@ -101,8 +101,9 @@ TEST(ValueComparison, NodesKeepValuesOfEveryKindThroughCopiesMovesAndReplacement
   const auto expectHeld = [&values](const CAttributeMap& held) {
     for (std::size_t i = 0; i < values.size(); ++i) {
       const CLumType& value = held.Find(L"A", static_cast<int>(i)).Value();
-      EXPECT_EQ(typeid(value), typeid(*values[i]));
-      EXPECT_EQ(TextOf(value), TextOf(*values[i]));
+      const CLumType& expected = *values[i];
+      EXPECT_EQ(typeid(value), typeid(expected));
+      EXPECT_EQ(TextOf(value), TextOf(expected));
     }
   };
   expectHeld(map);
