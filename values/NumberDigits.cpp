@@ -24,7 +24,7 @@ constexpr auto kPairs = [] {
   return pairs;
 }();
 
-constexpr auto kPowersOfTen = [] {
+constexpr auto kIntegerPowersOfTen = [] {
   std::array<std::uint64_t, std::numeric_limits<std::uint64_t>::digits10 + 1> powers{1};
   for (std::size_t i = 1; i < powers.size(); ++i) {
     powers[i] = powers[i - 1] * 10;
@@ -39,7 +39,7 @@ void WritePair(wchar_t* at, std::uint64_t pair) { std::copy_n(&kPairs[2 * pair],
 int CountDigits(std::uint64_t number) {
   // The logarithm of two as a fraction; it finds the number of digits, or one too few.
   const int atLeast = static_cast<int>(std::bit_width(number | 1)) * 1233 / 4096;
-  return atLeast + (number >= kPowersOfTen[static_cast<std::size_t>(atLeast)] ? 1 : 0) +
+  return atLeast + (number >= kIntegerPowersOfTen[static_cast<std::size_t>(atLeast)] ? 1 : 0) +
          (number == 0 ? 1 : 0);
 }
 
@@ -87,6 +87,7 @@ bool FindShortDecimal(double size, std::uint64_t& millionths) {
   if (!(size < kLargest)) {
     return false;
   }
+  // NOLINTNEXTLINE(bugprone-incorrect-roundings): a wrong one does not give the number.
   const auto nearest = static_cast<std::int64_t>(size * kMillion + 0.5);
   if (static_cast<double>(nearest) / kMillion != size) {
     return false;

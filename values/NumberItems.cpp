@@ -159,32 +159,29 @@ template <typename T>
 
 }  // namespace
 
-// An empty item, which the last one may be, is none that any kind reads.
-template <typename T>
-bool CNumberItems::TakeBy(const wchar_t* (*read)(const wchar_t*, const wchar_t*, T&), T& value) {
-  const wchar_t* const next = m_at == m_end ? nullptr : read(m_at, m_end, value);
-  m_at = next == nullptr ? m_at : next;
-  return next != nullptr;
+const wchar_t* ReadNumberItem(const wchar_t* at, const wchar_t* end, bool& value) {
+  const wchar_t* const next = ReadBit(at, end, value);
+  return next != nullptr ? next : ReadByPlatform(at, end, value);
 }
 
-bool CNumberItems::Take(bool& value) {
-  return TakeBy(ReadBit, value) || TakeBy(ReadByPlatform<bool>, value);
+const wchar_t* ReadNumberItem(const wchar_t* at, const wchar_t* end, int& value) {
+  const wchar_t* const next = ReadWhole(at, end, value);
+  return next != nullptr ? next : ReadByPlatform(at, end, value);
 }
 
-bool CNumberItems::Take(int& value) {
-  return TakeBy(ReadWhole<int>, value) || TakeBy(ReadByPlatform<int>, value);
+const wchar_t* ReadNumberItem(const wchar_t* at, const wchar_t* end, unsigned int& value) {
+  const wchar_t* const next = ReadWhole(at, end, value);
+  return next != nullptr ? next : ReadByPlatform(at, end, value);
 }
 
-bool CNumberItems::Take(unsigned int& value) {
-  return TakeBy(ReadWhole<unsigned int>, value) || TakeBy(ReadByPlatform<unsigned int>, value);
+const wchar_t* ReadNumberItem(const wchar_t* at, const wchar_t* end, float& value) {
+  const wchar_t* const next = ReadPlainFloat(at, end, value);
+  return next != nullptr ? next : ReadOther(at, end, value);
 }
 
-bool CNumberItems::Take(float& value) {
-  return TakeBy(ReadPlainFloat, value) || TakeBy(ReadOther<float>, value);
-}
-
-bool CNumberItems::Take(double& value) {
-  return TakeBy(ReadPlain, value) || TakeBy(ReadOther<double>, value);
+const wchar_t* ReadNumberItem(const wchar_t* at, const wchar_t* end, double& value) {
+  const wchar_t* const next = ReadPlain(at, end, value);
+  return next != nullptr ? next : ReadOther(at, end, value);
 }
 
 }  // namespace lum::detail

@@ -6,6 +6,14 @@
 
 namespace lum::detail {
 
+/// Reads the item at a place, up to the next comma or `end`, and returns the place behind it and
+/// its comma. Null, with the output untouched, when it is not readable as the type.
+const wchar_t* ReadNumberItem(const wchar_t* at, const wchar_t* end, bool& value);
+const wchar_t* ReadNumberItem(const wchar_t* at, const wchar_t* end, int& value);
+const wchar_t* ReadNumberItem(const wchar_t* at, const wchar_t* end, unsigned int& value);
+const wchar_t* ReadNumberItem(const wchar_t* at, const wchar_t* end, float& value);
+const wchar_t* ReadNumberItem(const wchar_t* at, const wchar_t* end, double& value);
+
 class CNumberItems {
  public:
   /// The text must stay as it is while this object lives.
@@ -14,16 +22,15 @@ class CNumberItems {
 
   /// Takes the next item. False, with the output untouched, when there is none or it is not
   /// readable as the type; what follows is no use then.
-  bool Take(bool& value);
-  bool Take(int& value);
-  bool Take(unsigned int& value);
-  bool Take(float& value);
-  bool Take(double& value);
+  template <typename T>
+  bool Take(T& value) {
+    // An empty item, which the last one may be, is none that any type reads.
+    const wchar_t* const next = m_at == m_end ? nullptr : ReadNumberItem(m_at, m_end, value);
+    m_at = next == nullptr ? m_at : next;
+    return next != nullptr;
+  }
 
  private:
-  template <typename T>
-  bool TakeBy(const wchar_t* (*read)(const wchar_t*, const wchar_t*, T&), T& value);
-
   const wchar_t* m_at;
   const wchar_t* m_end;
 };
