@@ -62,8 +62,8 @@ inline FieldBytes LoadField(std::string_view record, std::size_t size) {
   if (size == 0 || record.size() < size) {
     return {};
   }
-  // The size is a power of two. Taking the bytes again and again up to the end of the word is faster
-  // than jumping to a load of each size, and what is beyond the field does not count.
+  // The size is a power of two. Taking the bytes again and again up to the end of the word is
+  // faster than jumping to a load of each size, and what is beyond the field does not count.
   FieldBytes bytes;
   while (bytes.count < kMostFieldBytes) {
     bytes.Add(static_cast<std::uint8_t>(record[bytes.count & (size - 1)]));

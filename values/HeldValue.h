@@ -23,9 +23,9 @@ class CHeldValue {
 };
 
 /// Reads what a value of exactly this kind holds: without the counted copy that a text's accessor
-/// makes, and without asking a number for every type. False, with nothing read, for all other kinds,
-/// also those that applications derive: their accessors may give something else. False, too, where a
-/// type has several descriptions in a process.
+/// makes, and without asking a number for every type. False, with nothing read, for all other
+/// kinds, also those that applications derive: their accessors may give something else. False, too,
+/// where a type has several descriptions in a process.
 template <typename Kind, typename T>
 bool ReadHeld(const CLumType& value, T& held) {
   if (&typeid(value) != &typeid(Kind)) {
