@@ -52,9 +52,10 @@ bool ReadRecord(std::string_view record, FieldCode code, double& number) {
 }  // namespace
 
 int CLumDouble::BinVal(CLumType& record, CLumType& typeCode, bool lenient) {
-  const CByteText bytes(record);
+  CByteText text;
+  const std::string_view bytes = text.ReadOrEmpty(record);
   const FieldCode code = lum::detail::ToFieldCode(NumberOrZero(typeCode));
-  return ReadRecord(bytes.View(), code, m_value) || lenient ? 1 : 0;
+  return ReadRecord(bytes, code, m_value) || lenient ? 1 : 0;
 }
 
 int CLumDouble::BitVal(CLumType& value, CLumType& bit) {
@@ -74,13 +75,13 @@ int CLumDouble::AdamVal(CLumType& response, CLumType& channel) {
   constexpr int kChannels = 8;
   constexpr std::size_t kHeaderLength = 5;
   constexpr std::size_t kReadingLength = 7;
-  const CByteText text(response);
+  CByteText text;
+  const std::string_view characters = text.ReadOrEmpty(response);
   const std::optional<std::int64_t> number = lum::detail::ToInteger(NumberOrZero(channel));
   if (!number || *number < 0 || *number >= kChannels) {
     return 0;
   }
   const std::size_t first = kHeaderLength + kReadingLength * static_cast<std::size_t>(*number);
-  const std::string_view characters = text.View();
   m_value = 0.0;
   return first < characters.size() &&
                  lum::detail::ScanDouble(characters.substr(first, kReadingLength), m_value)

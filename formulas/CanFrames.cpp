@@ -167,29 +167,32 @@ int Finish(double& result, const std::optional<FieldBytes>& bytes, FieldCode cod
 }  // namespace
 
 int CLumDouble::CanVal(CLumType& frame, CLumType& typeCode, CLumType& startByte, bool lenient) {
-  const CByteText text(frame);
+  CByteText text;
+  const std::string_view line = text.ReadOrEmpty(frame);
   const FieldCode code = lum::detail::ToFieldCode(NumberOrZero(typeCode));
   const std::optional<std::int64_t> start = lum::detail::ToInteger(NumberOrZero(startByte));
   if (!start || *start < 0 || code.type == FieldType::kInt64) {
     return Fail(m_value, lenient);
   }
-  return Finish(m_value, ReadCanData(text.View(), {*start, FieldSize(code.type)}), code, lenient);
+  return Finish(m_value, ReadCanData(line, {*start, FieldSize(code.type)}), code, lenient);
 }
 
 int CLumDouble::J1939Val(CLumType& message, CLumType& typeCode, CLumType& startByte, bool lenient) {
-  const CByteText text(message);
+  CByteText text;
+  const std::string_view line = text.ReadOrEmpty(message);
   const FieldCode code = lum::detail::ToFieldCode(NumberOrZero(typeCode));
   const std::optional<std::int64_t> start = lum::detail::ToInteger(NumberOrZero(startByte));
   if (!start || *start < 0) {
     return Fail(m_value, lenient);
   }
-  return Finish(m_value, ReadJ1939Data(text.View(), {*start, FieldSize(code.type)}), code, lenient);
+  return Finish(m_value, ReadJ1939Data(line, {*start, FieldSize(code.type)}), code, lenient);
 }
 
 int CLumDouble::J1939BitsVal(CLumType& message, CLumType& typeCode, CLumType& startBit,
                              CLumType& bitLength, bool lenient) {
   constexpr std::int64_t kLongest = 63;
-  const CByteText text(message);
+  CByteText text;
+  const std::string_view line = text.ReadOrEmpty(message);
   const double code = NumberOrZero(typeCode);
   const std::optional<std::int64_t> start = lum::detail::ToInteger(NumberOrZero(startBit));
   const std::optional<std::int64_t> length = lum::detail::ToInteger(NumberOrZero(bitLength));
@@ -200,7 +203,7 @@ int CLumDouble::J1939BitsVal(CLumType& message, CLumType& typeCode, CLumType& st
   const std::int64_t wanted =
       std::clamp<std::int64_t>((*start % 8 + *length + 7) / 8, 1, kMostFieldBytes);
   const std::optional<FieldBytes> bytes =
-      ReadJ1939Data(text.View(), {*start / 8, static_cast<std::size_t>(wanted)});
+      ReadJ1939Data(line, {*start / 8, static_cast<std::size_t>(wanted)});
   if (!bytes) {
     return Fail(m_value, lenient);
   }

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "values/NumberScan.h"
+#include "values/PlainScan.h"
 
 namespace lum::detail {
 

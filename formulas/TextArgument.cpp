@@ -11,18 +11,19 @@ using ConvertingKind = std::conditional_t<std::is_same_v<Ch, char>, CLumAnything
 
 }  // namespace
 
-// Called when the text is not one to be viewed.
 template <typename Ch>
-void CTextArgument<Ch>::Fetch(const CLumType& argument) {
-  if (!CopyShort(argument)) {
-    m_hasText = argument.GetName(m_text) != 0;
-    m_view = lum::detail::View(m_text);
+bool CTextArgument<Ch>::Make(const CLumType& argument, View& made) {
+  if (CopyShort(argument, made)) {
+    return true;
   }
+  const bool hasText = argument.GetName(m_text.emplace()) != 0;
+  made = lum::detail::View(*m_text);
+  return hasText;
 }
 
 // ASCII characters alone are the same in both widths.
 template <typename Ch>
-bool CTextArgument<Ch>::CopyShort(const CLumType& argument) {
+bool CTextArgument<Ch>::CopyShort(const CLumType& argument, View& copy) {
   using OtherChar = std::conditional_t<std::is_same_v<Ch, char>, wchar_t, char>;
   std::basic_string_view<OtherChar> text;
   if (!ReadHeld<ConvertingKind<Ch>>(argument, text) || text.size() > kMostShort) {
@@ -34,7 +35,7 @@ bool CTextArgument<Ch>::CopyShort(const CLumType& argument) {
   }
   std::transform(text.begin(), text.end(), m_short,
                  [](OtherChar ch) { return static_cast<Ch>(ch); });
-  m_view = {m_short, text.size()};
+  copy = View(m_short, text.size());
   return true;
 }
 

@@ -1,6 +1,7 @@
 // Library-internal: how the operations of formulas read their text arguments.
 #pragma once
 
+#include <optional>
 #include <string_view>
 #include <type_traits>
 
@@ -13,44 +14,47 @@ namespace lum::detail {
 template <typename Ch>
 using StringOf = std::conditional_t<std::is_same_v<Ch, char>, CStringA, CString>;
 
-/// The text of an argument as its GetName gives it, 8-bit (char) or wide (wchar_t); empty when it
-/// has none. What the library's own kinds hold in this width is viewed where it is. Short texts of
-/// ASCII are read without an allocation from every kind, also from those that hold them in the
-/// other width.
+/// Reads one text argument, 8-bit (char) or wide (wchar_t), and keeps it if it must be made. What
+/// the library's own kinds hold in this width is viewed where it is. Short texts of ASCII are read
+/// without an allocation from every kind, also from those that hold them in the other width.
 template <typename Ch>
 class CTextArgument {
  public:
-  /// The argument must stay as it is while this object is used.
-  explicit CTextArgument(const CLumType& argument) {
-    if (!ViewHeld(argument)) {
-      Fetch(argument);
-    }
-  }
+  using View = std::basic_string_view<Ch>;
+
+  CTextArgument() = default;
   CTextArgument(const CTextArgument&) = delete;
   CTextArgument& operator=(const CTextArgument&) = delete;
 
-  bool HasText() const { return m_hasText; }
-  /// All characters, NULs included, valid as long as this object.
-  std::basic_string_view<Ch> View() const { return m_view; }
+  /// The argument's text as its GetName gives it, NULs included; nothing when it has none. Valid as
+  /// long as this object lives and the argument stays as it is.
+  std::optional<View> Read(const CLumType& argument) {
+    View held;
+    if (ReadHeldText(argument, held)) {
+      return held;
+    }
+    View made;
+    return Make(argument, made) ? std::optional(made) : std::nullopt;
+  }
+  /// The same, empty when there is none.
+  View ReadOrEmpty(const CLumType& argument) { return Read(argument).value_or(View()); }
 
  private:
   /// Longer than any field that a device sends as text, frames included.
   static constexpr int kMostShort = 80;
 
-  bool ViewHeld(const CLumType& argument) {
+  static bool ReadHeldText(const CLumType& argument, View& text) {
     if constexpr (std::is_same_v<Ch, char>) {
-      return ReadHeld<CLumIoName>(argument, m_view);
+      return ReadHeld<CLumIoName>(argument, text);
     } else {
-      return ReadHeld<CLumName>(argument, m_view) || ReadHeld<CLumAnything>(argument, m_view);
+      return ReadHeld<CLumName>(argument, text) || ReadHeld<CLumAnything>(argument, text);
     }
   }
-  void Fetch(const CLumType& argument);
-  bool CopyShort(const CLumType& argument);
+  bool Make(const CLumType& argument, View& made);
+  bool CopyShort(const CLumType& argument, View& copy);
 
-  StringOf<Ch> m_text;
+  std::optional<StringOf<Ch>> m_text;
   Ch m_short[kMostShort];
-  std::basic_string_view<Ch> m_view;
-  bool m_hasText = true;
 };
 
 extern template class CTextArgument<char>;

@@ -51,8 +51,8 @@ std::optional<std::chrono::sys_days> ReadDate(double year, double month, double 
 }  // namespace
 
 int CLumDouble::TimeConv(CLumType& text) {
-  const CByteText bytes(text);
-  std::string_view rest = bytes.View();
+  CByteText bytes;
+  std::string_view rest = bytes.ReadOrEmpty(text);
   int hours = 0;
   int minutes = 0;
   double seconds = 0.0;

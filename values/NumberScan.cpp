@@ -4,7 +4,6 @@
 #include "values/NumberScan.h"
 
 #include <algorithm>
-#include <bit>
 #include <charconv>
 #include <limits>
 #include <optional>
@@ -42,18 +41,6 @@ bool BeginsWith(StringView<Ch> text, std::string_view lowerCaseWord) {
                     [](char lower, Ch ch) { return static_cast<Ch>(lower) == LowerAscii(ch); });
 }
 
-// Takes a leading sign off the text. True when it was a minus.
-template <typename Ch>
-bool TakeSign(StringView<Ch>& text) {
-  if (text.empty()) {
-    return false;
-  }
-  // No jump, since a sign cannot be foreseen.
-  const bool isNegative = text.front() == Ch{'-'};
-  text.remove_prefix(static_cast<std::size_t>(isNegative | (text.front() == Ch{'+'})));
-  return isNegative;
-}
-
 // ---- Integers
 
 struct Integer {
@@ -62,54 +49,38 @@ struct Integer {
   std::uint64_t magnitude = 0;
 };
 
-template <unsigned int kBase>
-void AddDigit(Integer& number, unsigned int digit) {
+void AddDigit(Integer& number, unsigned int digit, unsigned int base) {
   constexpr std::uint64_t kLargest = std::numeric_limits<std::uint64_t>::max();
-  if (number.magnitude > (kLargest - digit) / kBase) {
+  if (number.magnitude > (kLargest - digit) / base) {
     number.isTooLarge = true;
   } else {
-    number.magnitude = number.magnitude * kBase + digit;
+    number.magnitude = number.magnitude * base + digit;
   }
 }
 
-// Takes digits off the text, onto the end of a number. False when there are none.
-template <unsigned int kBase, typename Ch>
-bool TakeDigits(StringView<Ch>& text, Integer& number) {
-  // So many digits are never too large.
-  constexpr std::size_t kSafeDigits = kBase == 10 ? 19 : 16;
-  std::size_t count = 0;
-  for (; count < text.size(); ++count) {
-    const int value = DigitValue(text[count], kBase);
-    if (value < 0) {
-      break;
-    }
-    const auto digit = static_cast<unsigned int>(value);
-    if (count < kSafeDigits) {
-      number.magnitude = number.magnitude * kBase + digit;
-    } else {
-      AddDigit<kBase>(number, digit);
-    }
-  }
-  text.remove_prefix(count);
-  return count > 0;
-}
-
-// Takes a number off the text. False, and nothing taken, when it does not begin with one.
-template <unsigned int kBase, typename Ch>
-bool TakeInteger(StringView<Ch>& text, Integer& number) {
+// Takes a number off the text; nothing, and nothing taken, when it does not begin with one.
+template <typename Ch>
+std::optional<Integer> TakeInteger(StringView<Ch>& text, int base) {
   StringView<Ch> rest = text;
+  Integer number;
   SkipBlanks(rest);
   number.isNegative = TakeSign(rest);
-  const bool hasPrefix = kBase == 16 && BeginsWith(rest, "0x");
-  if (hasPrefix) {
+  if (rest.empty() || DigitValue(rest.front(), base) < 0) {
+    return std::nullopt;
+  }
+  if (base == 16 && BeginsWith(rest, "0x")) {
+    // The 0 is a number already, so nothing need follow the prefix.
     rest.remove_prefix(2);
   }
-  // The 0 of a prefix is a number already, so nothing need follow it.
-  if (!TakeDigits<kBase>(rest, number) && !hasPrefix) {
-    return false;
+  for (; !rest.empty(); rest.remove_prefix(1)) {
+    const int digit = DigitValue(rest.front(), base);
+    if (digit < 0) {
+      break;
+    }
+    AddDigit(number, static_cast<unsigned int>(digit), static_cast<unsigned int>(base));
   }
   text = rest;
-  return true;
+  return number;
 }
 
 std::int64_t ToSigned(const Integer& number) {
@@ -132,21 +103,21 @@ std::uint64_t ToUnsigned(const Integer& number) {
 
 template <typename Ch>
 bool TakeSigned(StringView<Ch>& text, int& value) {
-  Integer number;
-  if (!TakeInteger<10>(text, number)) {
+  const std::optional<Integer> number = TakeInteger(text, 10);
+  if (!number) {
     return false;
   }
-  value = static_cast<int>(ToSigned(number));
+  value = static_cast<int>(ToSigned(*number));
   return true;
 }
 
-template <unsigned int kBase, typename Ch, typename T>
-bool ScanUnsigned(StringView<Ch> text, T& value) {
-  Integer number;
-  if (!TakeInteger<kBase>(text, number)) {
+template <typename Ch, typename T>
+bool ScanUnsigned(StringView<Ch> text, int base, T& value) {
+  const std::optional<Integer> number = TakeInteger(text, base);
+  if (!number) {
     return false;
   }
-  value = static_cast<T>(ToUnsigned(number));
+  value = static_cast<T>(ToUnsigned(*number));
   return true;
 }
 
@@ -293,83 +264,24 @@ std::optional<double> ReadMagnitude(StringView<Ch> text) {
   return ReadNumber(text);
 }
 
-// Moves on behind decimal digits and puts them onto the end of a number that wraps.
-template <typename Ch>
-const Ch* PassDigits(const Ch* place, const Ch* end, std::uint64_t& number) {
-  for (; place != end; ++place) {
-    const unsigned int digit = DecimalDigit(*place);
-    if (digit > 9) {
-      break;
-    }
-    number = number * 10 + digit;
-  }
-  return place;
-}
-
-// Powers of ten, all of which a double holds exactly.
-constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,
-                                   1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19};
-
-// Reads a number as devices write it: digits, perhaps a point among them. One division of two exact
-// doubles rounds it as the runtime does. False for any other text.
-template <typename Ch>
-bool ReadPlainMagnitude(StringView<Ch> text, double& value) {
-  constexpr std::ptrdiff_t kMostPlainDigits = std::numeric_limits<std::uint64_t>::digits10;
-  constexpr std::uint64_t kLargestExact = std::uint64_t{1} << std::numeric_limits<double>::digits;
-  const Ch* const end = text.data() + text.size();
-  std::uint64_t digits = 0;
-  const Ch* place = PassDigits(text.data(), end, digits);
-  std::ptrdiff_t count = place - text.data();
-  std::ptrdiff_t decimals = 0;
-  if (place != end && *place == Ch{'.'}) {
-    const Ch* const point = place;
-    place = PassDigits(point + 1, end, digits);
-    decimals = place - point - 1;
-    count += decimals;
-  }
-  const bool goesOn =
-      place != end && (LowerAscii(*place) == Ch{'e'} || LowerAscii(*place) == Ch{'x'});
-  if (goesOn || count == 0 || count > kMostPlainDigits || digits > kLargestExact) {
-    return false;
-  }
-  value = static_cast<double>(digits) / kPowersOfTen[decimals];
-  return true;
-}
-
-// The number, or its negative.
-double WithSign(double number, bool isNegative) {
-  const std::uint64_t sign = std::uint64_t{isNegative} << 63;
-  return std::bit_cast<double>(std::bit_cast<std::uint64_t>(number) ^ sign);
-}
-
 template <typename Ch>
 bool ScanFloating(StringView<Ch> text, double& value) {
   SkipBlanks(text);
   const bool isNegative = TakeSign(text);
-  double magnitude = 0.0;
-  if (!ReadPlainMagnitude(text, magnitude)) {
-    const std::optional<double> other = ReadMagnitude(text);
-    if (!other) {
-      return false;
-    }
-    magnitude = *other;
+  const std::optional<double> magnitude = ReadMagnitude(text);
+  if (!magnitude) {
+    return false;
   }
-  value = WithSign(magnitude, isNegative);
+  value = WithSign(*magnitude, isNegative);
   return true;
-}
-
-// What a scan with a width looks at.
-std::string_view Field(std::string_view text, std::size_t width) {
-  SkipBlanks(text);
-  return text.substr(0, width);
 }
 
 }  // namespace
 
-bool ScanInt(std::wstring_view text, int& value) { return TakeSigned(text, value); }
+bool ScanAnyInt(std::wstring_view text, int& value) { return TakeSigned(text, value); }
 
-bool TakeFormattedInt(std::string_view& text, std::size_t width, int& value) {
-  const std::string_view field = Field(text, width);
+bool TakeAnyInt(std::string_view& text, std::size_t width, int& value) {
+  const std::string_view field = FieldOf(text, width);
   std::string_view rest = field;
   if (!TakeSigned(rest, value)) {
     return false;
@@ -379,24 +291,26 @@ bool TakeFormattedInt(std::string_view& text, std::size_t width, int& value) {
   return true;
 }
 
-bool ScanUInt(std::wstring_view text, unsigned int& value) { return ScanUnsigned<10>(text, value); }
-
-bool ScanULongLong(std::wstring_view text, std::uint64_t& value) {
-  return ScanUnsigned<10>(text, value);
+bool ScanAnyUInt(std::wstring_view text, unsigned int& value) {
+  return ScanUnsigned(text, 10, value);
 }
 
-bool ScanHex(std::wstring_view text, unsigned int& value) { return ScanUnsigned<16>(text, value); }
-
-bool ScanHex(std::string_view text, unsigned int& value) { return ScanUnsigned<16>(text, value); }
-
-bool ScanHex(std::string_view text, unsigned short& value) { return ScanUnsigned<16>(text, value); }
-
-bool ScanDouble(std::wstring_view text, double& value) { return ScanFloating(text, value); }
-
-bool ScanDouble(std::string_view text, double& value) { return ScanFloating(text, value); }
-
-bool ScanDouble(std::string_view text, std::size_t width, double& value) {
-  return ScanFloating(Field(text, width), value);
+bool ScanAnyULongLong(std::wstring_view text, std::uint64_t& value) {
+  return ScanUnsigned(text, 10, value);
 }
+
+bool ScanAnyHex(std::wstring_view text, unsigned int& value) {
+  return ScanUnsigned(text, 16, value);
+}
+
+bool ScanAnyHex(std::string_view text, unsigned int& value) {
+  return ScanUnsigned(text, 16, value);
+}
+
+bool ScanHex(std::string_view text, unsigned short& value) { return ScanUnsigned(text, 16, value); }
+
+bool ScanAnyDouble(std::wstring_view text, double& value) { return ScanFloating(text, value); }
+
+bool ScanAnyDouble(std::string_view text, double& value) { return ScanFloating(text, value); }
 
 }  // namespace lum::detail

@@ -257,6 +257,64 @@ TEST(FormulaArguments, EightBitTextsServeAsPositionsOfAnyLength) {
   EXPECT_EQ(Evaluate(&CLumType::NMEAPos, "18000", "\xC3\x9C"), Gives(180.0));
 }
 
+// Kinds that applications derive answer by their own accessors, whatever their bases hold.
+struct CSpokenNumber : CLumDouble {
+  CSpokenNumber() : CLumDouble(1.0) {}
+  int GetDouble(double& value) const override {
+    value = 2.0;
+    return 1;
+  }
+};
+
+struct CSpokenInt : CLumInt {
+  CSpokenInt() : CLumInt(1) {}
+  int GetInt(int& value) const override {
+    value = 2;
+    return 1;
+  }
+};
+
+template <typename Base>
+struct CSpokenText : Base {
+  explicit CSpokenText() { this->SetName(CString(L"1")); }
+  int GetName(CStringA& name) const override {
+    name = "2";
+    return 1;
+  }
+  int GetName(CString& name) const override {
+    name = L"20000";
+    return 1;
+  }
+};
+
+double ValOf(CLumType& argument) {
+  CLumDouble result;
+  return result.Val(argument, false) != 0 ? NumberOf(result) : kPrevious;
+}
+
+double PositionOf(CLumType& argument) {
+  CLumDouble result;
+  CLumName east(L"E");
+  return result.NMEAPos(argument, east) != 0 ? NumberOf(result) : kPrevious;
+}
+
+TEST(FormulaArguments, DerivedNumbersAnswerByTheirOwnAccessors) {
+  CSpokenNumber number;
+  CSpokenInt integer;
+  EXPECT_EQ(ValOf(number), 2.0);
+  EXPECT_EQ(ValOf(integer), 2.0);
+}
+
+TEST(FormulaArguments, DerivedTextsAnswerByTheirOwnAccessors) {
+  CSpokenText<CLumIoName> bytes;
+  CSpokenText<CLumName> wide;
+  CSpokenText<CLumAnything> anything;
+  for (CLumType* text : std::initializer_list<CLumType*>{&bytes, &wide, &anything}) {
+    EXPECT_EQ(ValOf(*text), 2.0);
+    EXPECT_EQ(PositionOf(*text), 200.0);
+  }
+}
+
 TEST(FormulaArguments, CompoundArithmeticStaysStrict) {
   CLumDouble value(5.0);
   value += CLumInt(4);
