@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdint>
 #include <cstdio>
 #include <system_error>
 #include <utility>
@@ -22,11 +23,14 @@ CString TooLarge(std::size_t limit) {
 }
 
 // Pipes have no size; they are measured while they are read.
-bool IsKnownToBeLarger(const CString& path, std::size_t limit) {
+std::uintmax_t KnownSize(const CString& path) {
   std::error_code none;
   const std::filesystem::path systemPath = SystemPath(path);
-  return std::filesystem::is_regular_file(systemPath, none) &&
-         std::filesystem::file_size(systemPath, none) > limit && !none;
+  if (!std::filesystem::is_regular_file(systemPath, none)) {
+    return 0;
+  }
+  const std::uintmax_t size = std::filesystem::file_size(systemPath, none);
+  return none ? 0 : size;
 }
 
 // Reads until the end or until there is one byte more than the limit. Gives the error number.
@@ -58,11 +62,14 @@ bool ReadWholeFile(const CString& path, std::size_t limit, std::string& bytes, C
   if (!file) {
     return false;
   }
-  if (IsKnownToBeLarger(path, limit)) {
+  const std::uintmax_t size = KnownSize(path);
+  if (size > limit) {
     error = TooLarge(limit);
     return false;
   }
   std::string read;
+  // The last piece is smaller than what is asked for: that is how the end is seen.
+  read.reserve(static_cast<std::size_t>(size) + kChunkBytes);
   if (const int number = ReadUpTo(file.get(), limit, read)) {
     error = SystemMessage(number);
     return false;

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -89,10 +90,10 @@ class CFileStore {
   /// no added line follows a loaded one.
   static constexpr std::uint32_t kFirstAdded = std::uint32_t{FileObject::kMaxFileBytes} + 1;
   static constexpr std::uint32_t kMostText = (std::uint32_t{1} << 31) - 1;
-  static constexpr std::size_t kMostAdded = kMostText;
+  static constexpr std::size_t kMostAdded = std::numeric_limits<std::uint32_t>::max() - kFirstAdded;
 
   void CheckRoom(std::size_t bytes) const {
-    if (bytes > kMostAdded - m_added.size()) {
+    if (bytes > kMostText || bytes > kMostAdded - m_added.size()) {
       throw std::length_error("document too large");
     }
   }

@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/portable/EncodedText.h"
 #include "tests/platform/FileObjectModel.h"
 #include "tests/platform/FileObjectTesting.h"
 
@@ -22,8 +23,23 @@ constexpr int kRounds = 3000;
 class FileObjectModel : public FileObjectTesting {
  protected:
   int Random(int count) { return static_cast<int>(m_random() % static_cast<unsigned>(count)); }
-  std::string RandomKey() { return std::string(1, static_cast<char>('a' + Random(5))); }
-  std::string RandomValue() { return std::to_string(Random(3)); }
+  // The keys and values of a round are short or of all sorts. A long value that is replaced again
+  // and again leaves much behind.
+  std::string RandomKey() {
+    static const std::string keys[] = {"Sensor.Offset.Depth", "Sensor(12)", "Größe", "水深.m",
+                                       std::string(300, 'k')};
+    const int key = Random(5);
+    return m_isPlain ? std::string(1, static_cast<char>('a' + key)) : keys[key];
+  }
+  std::string RandomValue() {
+    static const std::string values[] = {"",
+                                         "1,37.5",
+                                         "0,Outer harbour 12",
+                                         "0,21 °C",
+                                         std::string(3000, 'v'),
+                                         std::string(200, 'v') + "水"};
+    return m_isPlain ? std::to_string(Random(3)) : values[Random(6)];
+  }
   // Most calls meet in one section, so that they meet each other's traces.
   int RandomSection() { return Random(4) > 0 ? 1 : Random(FileModel::kSections); }
 
@@ -62,13 +78,29 @@ class FileObjectModel : public FileObjectTesting {
       m_model.Append(RandomLine(section));
     }
     m_isEmptyAtFirst = m_model.Bytes().empty();
-    m_file = Loaded(m_model.Bytes());
+    m_file = Loaded(Encoded(m_model.Bytes()));
+  }
+
+  // The bytes of a UTF-8 text in the encoding of the round.
+  std::string Encoded(const std::string& text) const {
+    std::string bytes(lum::detail::EncodingMark(m_encoding));
+    EXPECT_TRUE(lum::detail::EncodeText(Wide(text), m_encoding, bytes));
+    return bytes;
+  }
+
+  void StartRound(int round) {
+    static constexpr TextFileEncoding kEncodings[] = {
+        TextFileEncoding::Utf8, TextFileEncoding::Utf8, TextFileEncoding::Utf8WithMark,
+        TextFileEncoding::Utf16LittleEndian, TextFileEncoding::Utf16BigEndian};
+    m_isPlain = round % 2 == 0;
+    m_encoding = kEncodings[round % 5];
+    LoadRandomFile();
   }
 
   // A file without a line takes the system's way to end lines.
   std::string ExpectedBytes() const {
     const std::string bytes = m_model.Bytes();
-    return m_isEmptyAtFirst ? WithSystemLineEnds(bytes) : bytes;
+    return Encoded(m_isEmptyAtFirst ? WithSystemLineEnds(bytes) : bytes);
   }
 
   FileModel::Items RandomItems() {
@@ -173,13 +205,15 @@ class FileObjectModel : public FileObjectTesting {
 
   std::mt19937 m_random{71};
   FileModel m_model;
+  bool m_isPlain = true;
+  TextFileEncoding m_encoding = TextFileEncoding::Utf8;
   bool m_isEmptyAtFirst = true;
   FileObject m_file;
 };
 
 TEST_F(FileObjectModel, AgreesAfterEveryCall) {
   for (int round = 0; round < kRounds; ++round) {
-    LoadRandomFile();
+    StartRound(round);
     ASSERT_NO_FATAL_FAILURE(CompareAll()) << "round " << round;
     for (int step = 0; step < 20; ++step) {
       DoSomething();
@@ -201,7 +235,7 @@ TEST_F(FileObjectModel, AgreesAfterEveryCall) {
 // walk follows the calls.
 TEST_F(FileObjectModel, KeepsTheOrderOfCallsAfterEmptyingASection) {
   for (int round = 0; round < kRounds; ++round) {
-    LoadRandomFile();
+    StartRound(round);
     const std::string others = Items(m_file, L"S2") + Items(m_file, L"S3") + Items(m_file, L"");
     EXPECT_TRUE(m_file.CopySection(L"S1", FileObject()));
     const FileModel::Items items = RandomItems();
@@ -215,14 +249,14 @@ TEST_F(FileObjectModel, KeepsTheOrderOfCallsAfterEmptyingASection) {
 
 TEST_F(FileObjectModel, SettingTheSameItemsAgainGivesTheSameBytes) {
   for (int round = 0; round < kRounds; ++round) {
-    LoadRandomFile();
+    StartRound(round);
     const FileModel::Items items = m_model.Walk(1);
     EXPECT_TRUE(m_file.CopySection(L"S1", FileObject()));
     for (const auto& [key, value] : items) {
       EXPECT_TRUE(m_file.SetItem(L"S1", Wide(key), Wide(value), true));
     }
     if (round % 16 == 0) {
-      ASSERT_EQ(Saved(m_file), m_model.Bytes()) << "round " << round;
+      ASSERT_EQ(Saved(m_file), Encoded(m_model.Bytes())) << "round " << round;
     }
     ASSERT_EQ(Items(m_file, L"S1"), Text(items)) << "round " << round;
   }

@@ -76,6 +76,20 @@ TEST(KeyIndex, FindsWhatWasAddedReplacedAndRemoved) {
   }
 }
 
+TEST(KeyIndex, FindsWhatStandsInReservedRoomAndBeyond) {
+  for (const std::size_t room : {0U, 1U, 7U, 40U, 1000U}) {
+    CNumberIndex numbers(64);
+    numbers.Add(0);
+    numbers.index.Reserve(room);
+    std::map<int, CPoolIndex> expected{{0, 0}};
+    for (int key = 1; key < kKeys; ++key) {
+      expected[key] = static_cast<CPoolIndex>(key);
+      numbers.Add(key);
+      ExpectSame(numbers, expected);
+    }
+  }
+}
+
 TEST(KeyIndex, CopiesAreIndependent) {
   CNumberIndex numbers(8);
   for (int key = 0; key < 20; ++key) {
