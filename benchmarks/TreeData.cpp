@@ -79,6 +79,30 @@ CTreeSum ExpectedSum(const CTreeData& data) {
   return SumOf<std::string>(data, CRead());
 }
 
+std::vector<std::string> PathsOf(const CTreeData& data, char separator) {
+  std::vector<std::string> paths;
+  for (int i = 0; i < data.count; ++i) {
+    std::string& path = paths.emplace_back(data.leaves[data.LeafOf(i)]);
+    if (data.HasLevels()) {
+      path = data.groups[CTreeData::GroupOf(i)] + separator + data.parts[CTreeData::PartOf(i)] +
+             separator + path;
+    } else if (data.shape == Shape::OneName && i > 0) {
+      path += "(" + std::to_string(i) + ")";
+    }
+  }
+  return paths;
+}
+
+std::vector<std::string> PartsOf(const CTreeData& data) {
+  std::vector<std::string> parts;
+  for (int i = 0; i < data.count; i += CTreeData::kLeaves) {
+    parts.push_back(data.HasLevels() ? data.groups[CTreeData::GroupOf(i)] + "." +
+                                           data.parts[CTreeData::PartOf(i)]
+                                     : "Survey");
+  }
+  return parts;
+}
+
 std::vector<int> LookupOrder(int siblings) {
   constexpr int kLeast = 1000;
   std::vector<int> order;
