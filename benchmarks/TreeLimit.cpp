@@ -74,6 +74,7 @@ class CLimitTree {
 
   Tree Build() const {
     Tree tree;
+    tree.reserve(m_paths.size());
     for (int i = 0; i < m_data.count; ++i) {
       WithValue(i, [&](const auto& value) {
         tree.push_back({m_paths[static_cast<std::size_t>(i)], value});
