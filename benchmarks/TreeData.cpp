@@ -35,6 +35,7 @@ class CTemporaryFolder {
 
 std::vector<std::string> Numbered(const char* name, int count) {
   std::vector<std::string> names;
+  names.reserve(static_cast<std::size_t>(count));
   for (int i = 0; i < count; ++i) {
     names.push_back(name + std::to_string(i));
   }
@@ -82,11 +83,13 @@ CTreeSum ExpectedSum(const CTreeData& data) {
 std::vector<std::string> PathsOf(const CTreeData& data, char separator) {
   std::vector<std::string> paths;
   for (int i = 0; i < data.count; ++i) {
-    std::string& path = paths.emplace_back(data.leaves[data.LeafOf(i)]);
+    std::string& path = paths.emplace_back();
     if (data.HasLevels()) {
-      path = data.groups[CTreeData::GroupOf(i)] + separator + data.parts[CTreeData::PartOf(i)] +
-             separator + path;
-    } else if (data.shape == Shape::OneName && i > 0) {
+      path += data.groups[CTreeData::GroupOf(i)] + separator;
+      path += data.parts[CTreeData::PartOf(i)] + separator;
+    }
+    path += data.leaves[data.LeafOf(i)];
+    if (data.shape == Shape::OneName && i > 0) {
       path += "(" + std::to_string(i) + ")";
     }
   }

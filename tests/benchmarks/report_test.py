@@ -73,6 +73,12 @@ class Facts(unittest.TestCase):
                          "1 met, 2 not met, 1 not measured (double to text; tree)")
 
 
+    def test_short_run_tells_how_much_is_right_and_what_is_absent(self):
+        self.assertEqual(report.checked_line(Results([TIMES, HEAP]), [TIMES, HEAP]),
+                         "7 contenders of 3 workloads and 3 further sizes are right; "
+                         "peers absent: Qt")
+
+
 class Page(unittest.TestCase):
     def test_page_keeps_the_notes_and_replaces_the_rest(self):
         with tempfile.TemporaryDirectory() as folder:
