@@ -158,7 +158,6 @@ std::unordered_map<std::string, double> BuildSiblings(int siblings) {
 }  // namespace
 
 void AddLimitTree() {
-  AddTreeBuilder<CLimitTree>();
   AddFileText<CLimitTree>("", Shape::Levels, kAttributes);
   AddFileText<CLimitTree>(kOneName, Shape::OneName, kAttributes);
   AddFileText<CLimitTree>(kDistinctNames, Shape::DistinctNames, kAttributes);
