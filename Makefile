@@ -1,10 +1,10 @@
 # A thin face over CMake, its presets and the scripts: see README.md.
 
 .DEFAULT_GOAL := check
-.PHONY: demo check check-windows package bench bench-short bench-programs format clean configure
+.PHONY: demo check check-windows package bench bench-short counts bench-programs format clean configure
 
 BUILD := cmake --build --preset release
-BENCHMARKS := $(addprefix build/bench/benchmarks/lum_bench_,texts decoders trees)
+BENCHMARKS := $(addprefix build/release/benchmarks/lum_bench_,texts decoders trees memory loading)
 
 configure:
 	@scripts/bootstrap build
@@ -34,21 +34,28 @@ package:
 	@scripts/bootstrap build windows package
 	@scripts/package
 
-# Compares with other libraries, writes docs/performance.md anew, and prints how the bulk operations
-# grow with the size of the tree.
+# Compares with other libraries, writes docs/performance.md anew, and prints how further bulk
+# operations grow with the size of the tree. FILTER='CanVal|look-up' only prints what matches.
 bench: bench-programs
-	@benchmarks/report.py --write docs/performance.md $(BENCHMARKS)
-	@build/bench/benchmarks/lum_tree_scaling
+	@benchmarks/report.py $(if $(FILTER),--filter '$(FILTER)',--write docs/performance.md) $(BENCHMARKS)
+	@$(if $(FILTER),,build/release/benchmarks/lum_tree_scaling)
 
-# The same once and briefly: only the answers count.
+# The same once, briefly and without the largest trees: only the answers count.
 bench-short: bench-programs
-	@benchmarks/report.py --short $(BENCHMARKS)
-	@build/bench/benchmarks/lum_tree_scaling
+	@benchmarks/report.py --short $(if $(FILTER),--filter '$(FILTER)') $(BENCHMARKS)
+	@$(if $(FILTER),,build/release/benchmarks/lum_tree_scaling --short)
 
+# Holds the allocations and instructions of the hot operations to benchmarks/counts.json, which
+# `make counts UPDATE=--update` writes anew.
+counts: bench-programs
+	@scripts/check-counts $(UPDATE)
+
+# Contenders whose library is not there are left out, which the report tells.
 bench-programs:
-	@scripts/bootstrap build bench
-	@cmake --preset bench
-	@cmake --build --preset bench
+	@scripts/bootstrap build
+	@scripts/bootstrap bench || echo "Going on with what is there."
+	@cmake --preset release
+	@$(BUILD) --target lum_benchmarks
 
 # Puts every source into the project's format.
 format:

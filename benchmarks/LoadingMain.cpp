@@ -1,5 +1,5 @@
 // Prints, as JSON, how many microseconds it takes to load and unload LumAttributes while the
-// platform's library is there, and the same for a shared object with nothing in it.
+// platform's library is there, and the same for a shared object with nothing in it, the limit.
 #include <dlfcn.h>
 
 #include <algorithm>
@@ -47,7 +47,8 @@ double MedianMicroseconds(const char* path) {
 int main() {
   Open(LUM_PLATFORM_FILE);
   constexpr const char* kForm =
-      "  {\"workload\": \"loading the library, us\", \"contender\": \"%s\", \"value\": %.1f}";
+      "  {\"workload\": \"loading the library\", \"unit\": \"µs\", \"contender\": \"%s\", "
+      "\"value\": %.1f}";
   std::printf("[\n");
   std::printf(kForm, "limit", MedianMicroseconds(LUM_EMPTY_FILE));
   std::printf(",\n");

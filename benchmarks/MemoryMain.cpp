@@ -27,7 +27,8 @@ int main() {
   const char* separator = "[\n";
   for (const lum::bench::CTreeBuilder& builder : lum::bench::TreeBuilders()) {
     std::printf(
-        "%s  {\"workload\": \"heap per attribute, bytes\", \"contender\": \"%s\", \"value\": %.1f}",
+        "%s  {\"workload\": \"heap per attribute\", \"unit\": \"bytes\", \"contender\": \"%s\", "
+        "\"value\": %.1f}",
         separator, builder.contender.c_str(), BytesPerAttribute(builder));
     separator = ",\n";
   }

@@ -35,8 +35,9 @@ class CBoostTree {
     return tree;
   }
 
-  bool Save(const Tree& tree, const std::string& path) const {
-    boost::property_tree::write_info(path, tree);
+  /// Putting a value makes its text, so it is part of it.
+  bool Save(const Tree&, const std::string& path) const {
+    boost::property_tree::write_info(path, Build());
     return true;
   }
 

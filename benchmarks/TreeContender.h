@@ -3,11 +3,12 @@
 //     using Tree = ...;                                    // what holds the attributes
 //     static constexpr const char* kName = "...";
 //     Tree Build() const;
-//     bool Save(const Tree& tree, const std::string& path) const;
+//     bool Save(const Tree& tree, const std::string& path) const;  // from typed values
 //     Tree Load(const std::string& path) const;
 //     CTreeSum Read(const Tree& tree) const;               // every value by its path, typed
 //
-// What a contender cannot do it is not registered for.
+// A tree that holds texts alone does not spare its contender the conversion: Save then builds the
+// tree from the typed values before it writes. What a contender cannot do it is not registered for.
 #pragma once
 
 #include <functional>

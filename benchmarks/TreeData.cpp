@@ -35,6 +35,7 @@ class CTemporaryFolder {
 
 std::vector<std::string> Numbered(const char* name, int count) {
   std::vector<std::string> names;
+  names.reserve(static_cast<std::size_t>(count));
   for (int i = 0; i < count; ++i) {
     names.push_back(name + std::to_string(i));
   }
@@ -77,6 +78,32 @@ CTreeSum ExpectedSum(const CTreeData& data) {
     void operator()(int i, std::string& value) const { value = NameOf(i); }
   };
   return SumOf<std::string>(data, CRead());
+}
+
+std::vector<std::string> PathsOf(const CTreeData& data, char separator) {
+  std::vector<std::string> paths;
+  for (int i = 0; i < data.count; ++i) {
+    std::string& path = paths.emplace_back();
+    if (data.HasLevels()) {
+      path += data.groups[CTreeData::GroupOf(i)] + separator;
+      path += data.parts[CTreeData::PartOf(i)] + separator;
+    }
+    path += data.leaves[data.LeafOf(i)];
+    if (data.shape == Shape::OneName && i > 0) {
+      path += "(" + std::to_string(i) + ")";
+    }
+  }
+  return paths;
+}
+
+std::vector<std::string> PartsOf(const CTreeData& data) {
+  std::vector<std::string> parts;
+  for (int i = 0; i < data.count; i += CTreeData::kLeaves) {
+    parts.push_back(data.HasLevels() ? data.groups[CTreeData::GroupOf(i)] + "." +
+                                           data.parts[CTreeData::PartOf(i)]
+                                     : "Survey");
+  }
+  return parts;
 }
 
 std::vector<int> LookupOrder(int siblings) {

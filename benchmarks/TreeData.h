@@ -121,6 +121,13 @@ decltype(auto) WithValue(int i, const Use& use) {
 
 CTreeSum ExpectedSum(const CTreeData& data);
 
+/// The attributes' paths, with `separator` between the names and "(n)" behind the n-th further one
+/// of a name.
+std::vector<std::string> PathsOf(const CTreeData& data, char separator);
+
+/// The paths of what holds the attributes, for each ten of them.
+std::vector<std::string> PartsOf(const CTreeData& data);
+
 /// The names in a contender's own string type.
 template <typename Text>
 struct CNames {

@@ -42,7 +42,7 @@ const std::string& DefinitionFile() {
     for (int i = 0; i < kLines; ++i) {
       text += DefinitionLine(i);
     }
-    const std::string file = TemporaryFile("definitions");
+    std::string file = TemporaryFile("definitions");
     WriteFile(file, text);
     return file;
   }();

@@ -26,6 +26,12 @@ void AddTrees() {
 #ifdef HAS_TOMLPLUSPLUS
   AddTomlTree();
 #endif
+#ifdef HAS_POCO
+  AddPocoTree();
+#endif
+#ifdef HAS_SIMPLEINI
+  AddSimpleIniTree();
+#endif
 }
 
 #if !defined(HAS_RAPIDJSON)
@@ -46,6 +52,12 @@ void AddTrees() {
 #if !defined(HAS_TOMLPLUSPLUS)
 #define HAS_TOMLPLUSPLUS "absent"
 #endif
+#if !defined(HAS_POCO)
+#define HAS_POCO "absent"
+#endif
+#if !defined(HAS_SIMPLEINI)
+#define HAS_SIMPLEINI "absent"
+#endif
 
 void TellTreePeers() {
   TellPeer("RapidJSON", HAS_RAPIDJSON);
@@ -54,6 +66,8 @@ void TellTreePeers() {
   TellPeer("GLib", HAS_GLIB);
   TellPeer("Qt", HAS_QT);
   TellPeer("toml++", HAS_TOMLPLUSPLUS);
+  TellPeer("Poco", HAS_POCO);
+  TellPeer("SimpleIni", HAS_SIMPLEINI);
 }
 
 }  // namespace lum::bench

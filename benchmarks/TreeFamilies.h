@@ -12,6 +12,8 @@ void AddQtTrees();
 void AddNlohmannTrees();
 void AddRapidJsonTree();
 void AddTomlTree();
+void AddPocoTree();
+void AddSimpleIniTree();
 
 /// Registers what was built.
 void AddTrees();

@@ -55,13 +55,7 @@ class CGlibTree {
   using Tree = std::shared_ptr<GKeyFile>;
   static constexpr const char* kName = "GLib key file";
 
-  explicit CGlibTree(const CTreeData& data) : m_data(data) {
-    for (int i = 0; i < data.count; i += CTreeData::kLeaves) {
-      m_groups.push_back(data.HasLevels()
-                             ? data.groups[data.GroupOf(i)] + "." + data.parts[data.PartOf(i)]
-                             : "Survey");
-    }
-  }
+  explicit CGlibTree(const CTreeData& data) : m_data(data), m_groups(PartsOf(data)) {}
 
   Tree Build() const {
     Tree tree(g_key_file_new(), g_key_file_free);
@@ -71,8 +65,9 @@ class CGlibTree {
     return tree;
   }
 
-  bool Save(const Tree& tree, const std::string& path) const {
-    return g_key_file_save_to_file(tree.get(), path.c_str(), nullptr) != FALSE;
+  /// The setters make the texts, so they are part of it.
+  bool Save(const Tree&, const std::string& path) const {
+    return g_key_file_save_to_file(Build().get(), path.c_str(), nullptr) != FALSE;
   }
 
   Tree Load(const std::string& path) const {

@@ -1,10 +1,11 @@
-// The least that each workload takes: a flat list of paths with the texts of their values, and
-// files of the same lines that the library writes. No tree, no look-up, no check of names.
+// The least that each workload takes: a flat list of paths with typed values, and files of the same
+// lines that the library writes. No tree, no look-up, no check of names.
 #include <charconv>
 #include <cstring>
 #include <string_view>
 #include <unordered_map>
 #include <utility>
+#include <variant>
 
 #include "benchmarks/TreeContender.h"
 #include "benchmarks/TreeFamilies.h"
@@ -27,34 +28,57 @@ void AppendValue(std::string& text, double value) {
 }
 
 void ReadValue(std::string_view text, bool& value) { value = text == "1"; }
-void ReadValue(std::string_view text, std::string_view& value) { value = text; }
+void ReadValue(std::string_view text, std::string& value) { value = text; }
 template <typename Number>
 void ReadValue(std::string_view text, Number& value) {
   std::from_chars(text.data(), text.data() + text.size(), value);
+}
+
+using CValue = std::variant<bool, int, double, std::string>;
+
+CValue ValueOf(Kind kind, std::string_view text) {
+  CValue value;
+  const auto read = [&]<typename Plain>(Plain plain) {
+    ReadValue(text, plain);
+    value = std::move(plain);
+  };
+  switch (kind) {
+    case Kind::Bool:
+      read(false);
+      break;
+    case Kind::Int:
+      read(0);
+      break;
+    case Kind::Double:
+      read(0.0);
+      break;
+    case Kind::Name:
+      read(std::string());
+      break;
+  }
+  return value;
 }
 
 class CLimitTree {
  public:
   struct CItem {
     std::string path;
-    std::string text;
+    CValue value;
 
     bool operator==(const CItem&) const = default;
   };
   using Tree = std::vector<CItem>;
   static constexpr const char* kName = kLimit;
 
-  explicit CLimitTree(const CTreeData& data) : m_data(data) {
-    for (int i = 0; i < data.count; ++i) {
-      m_paths.push_back(PathOf(i));
-    }
-  }
+  explicit CLimitTree(const CTreeData& data) : m_data(data), m_paths(PathsOf(data, '.')) {}
 
   Tree Build() const {
     Tree tree;
+    tree.reserve(m_paths.size());
     for (int i = 0; i < m_data.count; ++i) {
-      tree.push_back({m_paths[static_cast<std::size_t>(i)], {}});
-      WithValue(i, [&](const auto& value) { AppendValue(tree.back().text, value); });
+      WithValue(i, [&](const auto& value) {
+        tree.push_back({m_paths[static_cast<std::size_t>(i)], value});
+      });
     }
     return tree;
   }
@@ -64,7 +88,7 @@ class CLimitTree {
     for (const CItem& item : tree) {
       text += item.path;
       text += "=0,";
-      text += item.text;
+      std::visit([&](const auto& value) { AppendValue(text, value); }, item.value);
       text += '\n';
     }
     return WriteFile(path, text);
@@ -75,14 +99,15 @@ class CLimitTree {
     Tree tree;
     const char* at = text.data();
     const char* const end = at + text.size();
-    for (int line = 0; at < end; ++line) {
+    for (int line = -kHeaderLines; at < end; ++line) {
       const auto* const lineEnd =
           static_cast<const char*>(std::memchr(at, '\n', Distance(at, end)));
-      if (line >= 2) {
+      if (line >= 0) {
         const auto* const equals =
             static_cast<const char*>(std::memchr(at, '=', Distance(at, lineEnd)));
         const char* const value = equals + sizeof "0,";
-        tree.push_back({std::string(at, equals), std::string(value, lineEnd)});
+        tree.push_back(
+            {std::string(at, equals), ValueOf(KindOf(line), {value, Distance(value, lineEnd)})});
       }
       at = lineEnd + 1;
     }
@@ -91,10 +116,10 @@ class CLimitTree {
 
   /// Values in another order than the data's would give nothing.
   CTreeSum Read(const Tree& tree) const {
-    return SumOf<std::string_view>(m_data, [&](int i, auto& value) {
+    return SumOf<std::string>(m_data, [&](int i, auto& value) {
       const auto place = static_cast<std::size_t>(i);
       if (place < tree.size() && tree[place].path == m_paths[place]) {
-        ReadValue(tree[place].text, value);
+        value = std::get<std::decay_t<decltype(value)>>(tree[place].value);
       }
     });
   }
@@ -102,16 +127,10 @@ class CLimitTree {
   static Tree Copy(const Tree& tree) { return tree; }
 
  private:
+  static constexpr int kHeaderLines = 2;
+
   static std::size_t Distance(const char* from, const char* to) {
     return static_cast<std::size_t>(to - from);
-  }
-
-  std::string PathOf(int i) const {
-    const std::string& leaf = m_data.leaves[m_data.LeafOf(i)];
-    if (m_data.HasLevels()) {
-      return m_data.groups[m_data.GroupOf(i)] + "." + m_data.parts[m_data.PartOf(i)] + "." + leaf;
-    }
-    return m_data.shape == Shape::OneName && i > 0 ? leaf + "(" + std::to_string(i) + ")" : leaf;
   }
 
   CTreeData m_data;
@@ -123,7 +142,7 @@ void Overload(CLimitTree::Tree& target, const CLimitTree::Tree& source) {
     if (place == target.size()) {
       target.push_back(source[place]);
     } else if (target[place].path == source[place].path) {
-      target[place].text = source[place].text;
+      target[place].value = source[place].value;
     }
   }
 }
@@ -139,7 +158,6 @@ std::unordered_map<std::string, double> BuildSiblings(int siblings) {
 }  // namespace
 
 void AddLimitTree() {
-  AddTreeBuilder<CLimitTree>();
   AddFileText<CLimitTree>("", Shape::Levels, kAttributes);
   AddFileText<CLimitTree>(kOneName, Shape::OneName, kAttributes);
   AddFileText<CLimitTree>(kDistinctNames, Shape::DistinctNames, kAttributes);

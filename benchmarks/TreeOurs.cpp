@@ -99,6 +99,14 @@ bool AreEqual(const CAttributeMap& first, const CAttributeMap& second) {
   return !first.Compare(second, difference, kEverything);
 }
 
+/// The report puts these into a table of their own.
+void AddGrowth(const std::string& what, Shape shape) {
+  for (const auto& [text, count] :
+       {std::pair(", 1k", 1'000), {", 10k", 10'000}, {", 100k", 100'000}, {", 1M", 1'000'000}}) {
+    AddFileText<COurTree>(what + text, shape, count);
+  }
+}
+
 }  // namespace
 
 void AddOurTree() {
@@ -106,10 +114,9 @@ void AddOurTree() {
   AddFileText<COurTree>("", Shape::Levels, kAttributes);
   AddFileText<COurTree>(kOneName, Shape::OneName, kAttributes);
   AddFileText<COurTree>(kDistinctNames, Shape::DistinctNames, kAttributes);
-  for (const auto& [text, count] :
-       {std::pair(", 1k", 1'000), {", 10k", 10'000}, {", 100k", 100'000}, {", 1M", 1'000'000}}) {
-    AddFileText<COurTree>(text, Shape::Levels, count);
-  }
+  AddGrowth("", Shape::Levels);
+  AddGrowth(kOneName, Shape::OneName);
+  AddGrowth(kDistinctNames, Shape::DistinctNames);
   AddDeepCopy<COurTree>();
   AddCompare<COurTree>(kOurs, AreEqual);
   AddOverload<COurTree>(kOurs, [](CAttributeMap& target, const CAttributeMap& source) {

@@ -131,8 +131,8 @@ class CSettingsTree {
   static constexpr const char* kName = "Qt QSettings";
 
   explicit CSettingsTree(const CTreeData& data) : m_data(data) {
-    for (int i = 0; i < data.count; ++i) {
-      m_paths.push_back(ToText(PathOf(i)));
+    for (const std::string& path : PathsOf(data, '/')) {
+      m_paths.push_back(ToText(path));
     }
   }
 
@@ -170,12 +170,6 @@ class CSettingsTree {
   }
   Tree Open(const std::string& path) const {
     return std::make_shared<QSettings>(ToText(NumberedPath(path)), QSettings::IniFormat);
-  }
-  std::string PathOf(int i) const {
-    const std::string& leaf = m_data.leaves[m_data.LeafOf(i)];
-    return m_data.HasLevels() ? m_data.groups[CTreeData::GroupOf(i)] + "/" +
-                                    m_data.parts[CTreeData::PartOf(i)] + "/" + leaf
-                              : leaf;
   }
 
   CTreeData m_data;
