@@ -66,7 +66,9 @@ class CSubtreeWriter {
     }
     m_value.clear();
     AppendItemValue(m_value, node, m_text);
-    return m_file.SetItem(m_section, ToCString(m_key), ToCString(m_value), true);
+    Assign(m_itemKey, m_key);
+    Assign(m_itemValue, m_value);
+    return m_file.SetItem(m_section, m_itemKey, m_itemValue, true);
   }
 
   void EnterChild(const CAttributeMap& child) {
@@ -79,8 +81,10 @@ class CSubtreeWriter {
   FileObject& m_file;
   const CString& m_section;
   std::wstring m_key;
-  CString m_text;        ///< Of the node being written.
-  std::wstring m_value;  ///< Of its item.
+  std::wstring m_value;
+  CString m_text;     ///< Of the node being written.
+  CString m_itemKey;  ///< What the file is given.
+  CString m_itemValue;
   std::deque<CSaveFrame> m_frames;
 };
 

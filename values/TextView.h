@@ -1,6 +1,7 @@
 // Library-internal views of strings, and hashing by their characters.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <functional>
 #include <string_view>
@@ -21,6 +22,13 @@ inline std::string_view View(const CStringA& text) {
 /// A string that holds the characters of a view.
 inline CString ToCString(std::wstring_view text) {
   return CString(text.data(), static_cast<int>(text.size()));
+}
+
+/// Replaces a text, in the storage that it has when that is its own and takes the characters.
+inline void Assign(CString& text, std::wstring_view characters) {
+  const auto length = static_cast<int>(characters.size());
+  std::copy(characters.begin(), characters.end(), text.GetBuffer(length));
+  text.ReleaseBuffer(length);
 }
 
 /// Hashes a string for unordered containers, equal texts alike.

@@ -19,8 +19,10 @@ namespace lum::detail {
 
 using CKeyHash = std::uint32_t;
 
-inline CKeyHash HashBytes(std::string_view bytes) {
+/// Mixes all bytes in, so that keys that differ in their last digits alone stand far apart.
+inline CKeyHash HashKey(const CFileText& key) {
   constexpr std::uint64_t kFactor = 0x9E3779B97F4A7C15;
+  const std::string_view bytes = key.bytes;
   std::uint64_t hash = bytes.size();
   const auto mix = [&](std::uint64_t word) {
     hash = (hash ^ word) * kFactor;
@@ -32,22 +34,6 @@ inline CKeyHash HashBytes(std::string_view bytes) {
     ForEachEight(bytes.size(), [&](std::size_t place) { mix(ReadWord(bytes.data() + place, 8)); });
   }
   return static_cast<CKeyHash>(hash);
-}
-
-/// Keys are often numbered, as in "Sensor12" and "Sensor(12)", and used in their order. Those of
-/// ASCII that differ in the last character but one alone get neighbouring hashes, up to sixteen, so
-/// that a pass over many finds several in each piece of memory that it touches.
-inline CKeyHash HashKey(const CFileText& key) {
-  constexpr CKeyHash kNeighbours = 16;
-  constexpr CKeyHash kSpread = 0x9E3779B1;
-  const std::size_t length = key.bytes.size();
-  if (key.isWide || length < 2) {
-    return HashBytes(key.bytes);
-  }
-  const CKeyHash front = HashBytes(key.bytes.substr(0, length - 2));
-  const auto lastButOne = static_cast<CKeyHash>(key.bytes[length - 2]);
-  const auto last = static_cast<CKeyHash>(key.bytes[length - 1]);
-  return front + ((last << 17) ^ (lastButOne / kNeighbours)) * kSpread + lastButOne % kNeighbours;
 }
 inline CKeyHash HashKey(const CString& key) { return HashKey(CFileTextOf(key)); }
 
