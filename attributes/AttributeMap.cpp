@@ -55,7 +55,11 @@ CAttributeMap& CAttributeMap::operator=(CAttributeMap&& other) noexcept {
   return *this;
 }
 
-CAttributeMap::~CAttributeMap() { NodeAccess::DeleteChildren(*this); }
+CAttributeMap::~CAttributeMap() {
+  if (m_hasListBelow) {
+    NodeAccess::DeleteChildren(*this);
+  }
+}
 
 int CAttributeMap::Count() const noexcept {
   return static_cast<int>(NodeAccess::Children(*this).size());

@@ -38,11 +38,6 @@ void CChildList::Remove(std::size_t pos) noexcept {
   m_nodes.erase(m_nodes.begin() + static_cast<std::ptrdiff_t>(pos));
 }
 
-void CChildList::RemoveLast() noexcept {
-  DropIndex();
-  m_nodes.pop_back();
-}
-
 void CChildList::NoteRename(const CAttributeMap& node, std::wstring_view newName) noexcept {
   CChildIndex* index = m_index.load(std::memory_order_relaxed);
   if (index != nullptr && View(node.Mnemonic()) != newName &&

@@ -37,7 +37,12 @@ class CChildList {
   void Insert(std::size_t pos, CAttributeMap& node);
   /// Takes the node at a place out.
   void Remove(std::size_t pos) noexcept;
-  void RemoveLast() noexcept;
+  /// Takes the last node out of a list that is about to go, which must not be searched any more.
+  CAttributeMap* TakeLast() noexcept {
+    CAttributeMap* last = m_nodes.back();
+    m_nodes.pop_back();
+    return last;
+  }
   /// Takes out the nodes that `isRemoved` says, in their order.
   template <typename IsRemoved>
   void RemoveIf(IsRemoved isRemoved) {

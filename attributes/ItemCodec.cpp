@@ -40,8 +40,8 @@ void TrimLeft(CString& text) {
 bool IsOrderInfo(const CAttributeMap& node) { return node.Mnemonic() == ATTRIB_ORDERINFO; }
 
 CKeyPiece SplitOccurrence(std::wstring_view name) {
-  const std::size_t open = name.find(L'(');
-  if (open == std::wstring_view::npos || !name.ends_with(L')')) {
+  const std::size_t open = name.ends_with(L')') ? name.find(L'(') : std::wstring_view::npos;
+  if (open == std::wstring_view::npos) {
     return {name, 0};
   }
   int occurrence = 0;

@@ -90,18 +90,20 @@ void NodeAccess::CopyChildren(const CAttributeMap& from, CAttributeMap& to) {
 void NodeAccess::DeleteNodes(std::unique_ptr<CChildList> top) noexcept {
   CChildList* list = top.get();
   while (list != nullptr) {
-    if (list->Nodes().empty()) {
-      CChildList* above = list == top.get() ? nullptr : list->Above();
-      if (above != nullptr) {
-        TakeListBelow(list->Parent()).reset();
+    if (!list->Nodes().empty()) {
+      CChildList* below = ListBelow(*list->Nodes().back());
+      if (below != nullptr) {
+        list = below;
+      } else {
+        DeleteNode(list->TakeLast());
       }
-      list = above;
-    } else if (CAttributeMap* last = list->Nodes().back(); ListBelow(*last) != nullptr) {
-      list = ListBelow(*last);
-    } else {
-      list->RemoveLast();
-      DeleteNode(last);
+      continue;
     }
+    CChildList* above = list == top.get() ? nullptr : list->Above();
+    if (above != nullptr) {
+      TakeListBelow(list->Parent()).reset();
+    }
+    list = above;
   }
 }
 

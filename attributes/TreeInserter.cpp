@@ -1,7 +1,6 @@
 // Putting read items into a tree.
 #include "attributes/TreeInserter.h"
 
-#include <algorithm>
 #include <memory>
 
 #include "definitions/AttribDefMap.h"
@@ -44,64 +43,66 @@ const CString& CNameCache::Get(std::wstring_view name) {
 }
 
 bool CTreeInserter::Insert(std::wstring_view path, unsigned int flags, const CString& text) {
-  CKeyPath rest(path);
-  CAttributeMap& start = LastCommonGroup(rest);
-  CAttributeMap& deepest = DescendExisting(start, rest);
-  if (!TakePlaceholders(deepest, rest)) {
+  CAttributeMap& start = LastCommonGroup(path);
+  SplitRest(path);
+  std::size_t existing = 0;
+  CAttributeMap& deepest = DescendExisting(start, existing);
+  const Pieces missing = Pieces(m_pieces).subspan(existing);
+  if (!TakePlaceholders(deepest, missing)) {
     return false;
   }
-  CAttributeMap* leaf = CreateMissing(deepest, rest);
+  CAttributeMap* leaf = CreateMissing(deepest, missing);
   return leaf != nullptr && SetLeaf(*leaf, flags, text);
 }
 
-/// The deepest group that the path shares with that of the item before, to which it goes on.
-CAttributeMap& CTreeInserter::LastCommonGroup(CKeyPath& path) {
-  const std::wstring_view whole = path.Rest();
-  const auto common = static_cast<std::size_t>(
-      std::mismatch(whole.begin(), whole.end(), m_lastPath.begin(), m_lastPath.end()).first -
-      whole.begin());
-  while (!m_steps.empty() && m_steps.back().end > common) {
+/// The deepest group that the path shares with that of the item before. The steps end there.
+CAttributeMap& CTreeInserter::LastCommonGroup(std::wstring_view path) {
+  while (!m_steps.empty() &&
+         !path.starts_with(std::wstring_view(m_lastPath).substr(0, m_steps.back().end))) {
     m_steps.pop_back();
   }
-  m_lastPath.resize(common);
-  m_lastPath += whole.substr(common);
-  if (m_steps.empty()) {
-    return m_root;
-  }
-  path = CKeyPath(whole.substr(m_steps.back().end));
-  return *m_steps.back().group;
+  m_lastPath.assign(path);
+  return m_steps.empty() ? m_root : *m_steps.back().group;
 }
 
-void CTreeInserter::NoteStep(const CKeyPath& path, CAttributeMap& group) {
-  if (!path.AtEnd()) {
-    m_steps.push_back({m_lastPath.size() - path.Rest().size(), &group});
-  }
-}
-
-/// Follows a path as far as its nodes exist and takes what was followed off it.
-CAttributeMap& CTreeInserter::DescendExisting(CAttributeMap& start, CKeyPath& path) {
-  CAttributeMap* node = &start;
-  while (!path.AtEnd()) {
-    CKeyPath rest = path;
+/// Takes the part of a path below the last step apart.
+void CTreeInserter::SplitRest(std::wstring_view path) {
+  const std::size_t begin = m_steps.empty() ? 0 : m_steps.back().end;
+  m_pieces.clear();
+  for (CKeyPath rest(path.substr(begin)); !rest.AtEnd();) {
     const CKeyPiece piece = rest.Next();
+    m_pieces.push_back({piece, rest.AtEnd() ? 0 : path.size() - rest.Rest().size()});
+  }
+}
+
+/// A group's part of the path ends with its dot.
+void CTreeInserter::NoteStep(const Piece& piece, CAttributeMap& group) {
+  if (piece.end != 0) {
+    m_steps.push_back({piece.end, &group});
+  }
+}
+
+/// Follows the pieces as far as their nodes exist and counts them.
+CAttributeMap& CTreeInserter::DescendExisting(CAttributeMap& start, std::size_t& existing) {
+  CAttributeMap* node = &start;
+  for (; existing < m_pieces.size(); ++existing) {
+    const Piece& piece = m_pieces[existing];
     CAttributeMap* child = NodeAccess::FindChild(*node, piece.name, piece.occurrence);
     if (child == nullptr) {
       break;
     }
     node = child;
-    path = rest;
-    NoteStep(path, *node);
+    NoteStep(piece, *node);
   }
   return *node;
 }
 
-/// Counts the placeholders that the rest of a path needs below `node`, where its first piece is
-/// missing, and takes them off what this load may still create.
-bool CTreeInserter::TakePlaceholders(const CAttributeMap& node, CKeyPath path) {
+/// Counts the placeholders that pieces need below `node`, where the first one is missing, and takes
+/// them off what this load may still create.
+bool CTreeInserter::TakePlaceholders(const CAttributeMap& node, Pieces missing) {
   long long needed = 0;
   bool first = true;
-  while (!path.AtEnd()) {
-    const CKeyPiece piece = path.Next();
+  for (const Piece& piece : missing) {
     if (piece.occurrence < 0) {
       break;
     }
@@ -118,15 +119,14 @@ bool CTreeInserter::TakePlaceholders(const CAttributeMap& node, CKeyPath path) {
 }
 
 /// Null when the path has a negative occurrence.
-CAttributeMap* CTreeInserter::CreateMissing(CAttributeMap& node, CKeyPath path) {
+CAttributeMap* CTreeInserter::CreateMissing(CAttributeMap& node, Pieces missing) {
   CAttributeMap* created = &node;
-  while (!path.AtEnd()) {
-    const CKeyPiece piece = path.Next();
+  for (const Piece& piece : missing) {
     if (piece.occurrence < 0) {
       return nullptr;
     }
     created = &NodeAccess::CreateChild(*created, m_names.Get(piece.name), piece.occurrence);
-    NoteStep(path, *created);
+    NoteStep(piece, *created);
   }
   return created;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -41,16 +42,23 @@ class CTreeInserter {
     CAttributeMap* group;
   };
 
-  CAttributeMap& LastCommonGroup(CKeyPath& path);
-  CAttributeMap& DescendExisting(CAttributeMap& start, CKeyPath& path);
-  bool TakePlaceholders(const CAttributeMap& node, CKeyPath path);
-  CAttributeMap* CreateMissing(CAttributeMap& node, CKeyPath path);
-  void NoteStep(const CKeyPath& path, CAttributeMap& group);
+  struct Piece : CKeyPiece {
+    std::size_t end;  ///< Of a group as in its Step; 0 of the last piece.
+  };
+  using Pieces = std::span<const Piece>;
+
+  CAttributeMap& LastCommonGroup(std::wstring_view path);
+  void SplitRest(std::wstring_view path);
+  CAttributeMap& DescendExisting(CAttributeMap& start, std::size_t& existing);
+  bool TakePlaceholders(const CAttributeMap& node, Pieces missing);
+  CAttributeMap* CreateMissing(CAttributeMap& node, Pieces missing);
+  void NoteStep(const Piece& piece, CAttributeMap& group);
 
   CAttributeMap& m_root;
   long long m_placeholdersLeft = kMaxPlaceholdersPerLoad;
   std::wstring m_lastPath;
   std::vector<Step> m_steps;
+  std::vector<Piece> m_pieces;  ///< Of the path that is being inserted, below the last step.
   CNameCache m_names;
 };
 

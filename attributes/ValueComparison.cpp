@@ -3,32 +3,36 @@
 
 #include <algorithm>
 #include <cmath>
+#include <typeinfo>
 
 #include "values/HeldValue.h"
 
 namespace lum::detail {
 namespace {
 
-/// Whether both values are exactly of a kind and hold the same.
 template <typename Kind>
 bool HoldSame(const CLumType& first, const CLumType& second) {
-  return IsExactly<Kind>(first) && IsExactly<Kind>(second) &&
-         CHeldValue::Of(static_cast<const Kind&>(first)) ==
-             CHeldValue::Of(static_cast<const Kind&>(second));
+  return CHeldValue::Of(static_cast<const Kind&>(first)) ==
+         CHeldValue::Of(static_cast<const Kind&>(second));
 }
 
 /// Two values that are exactly of one of these kinds and hold the same have the same text, and are
 /// the same finite double or none. Free-form texts may be read as infinite: they are left to the
 /// plain comparison.
 bool AreAlike(const CLumType& first, const CLumType& second) {
+  if (&typeid(first) != &typeid(second)) {
+    return false;
+  }
   double number = 0.0;
   if (ReadHeld<CLumDouble>(first, number)) {
     return HoldSame<CLumDouble>(first, second) && std::isfinite(number);
   }
-  return HoldSame<CLumInt>(first, second) || HoldSame<CLumBool>(first, second) ||
-         HoldSame<CLumName>(first, second) ||
-         (IsExactly<CLumUndefined>(first) && IsExactly<CLumUndefined>(second)) ||
-         HoldSame<CLumUInt>(first, second) || HoldSame<CLumULongLong>(first, second);
+  return (IsExactly<CLumInt>(first) && HoldSame<CLumInt>(first, second)) ||
+         (IsExactly<CLumBool>(first) && HoldSame<CLumBool>(first, second)) ||
+         (IsExactly<CLumName>(first) && HoldSame<CLumName>(first, second)) ||
+         IsExactly<CLumUndefined>(first) ||
+         (IsExactly<CLumUInt>(first) && HoldSame<CLumUInt>(first, second)) ||
+         (IsExactly<CLumULongLong>(first) && HoldSame<CLumULongLong>(first, second));
 }
 
 bool AreTextsEqual(const CAttributeMap& own, const CAttributeMap& other) {
