@@ -14,9 +14,6 @@ CAttributeMap::CAttributeMap(const CString& name) : CAttributeRec(name, CLumUnde
 CAttributeMap::CAttributeMap(const CString& name, const CLumType& value, unsigned int flags)
     : CAttributeRec(name, value, flags) {}
 
-CAttributeMap::CAttributeMap(const CString& name, CLumType* value, unsigned int flags)
-    : CAttributeRec(name, value, flags) {}
-
 CAttributeMap::CAttributeMap(const CAttributeMap& other) : CAttributeRec(other) {
   m_lastSelected = other.m_lastSelected;
   try {

@@ -183,7 +183,8 @@ class LUM_ATTRIBUTES_API CAttributeMap : public CAttributeRec {
   friend struct lum::detail::NodeAccess;
 
   /// Takes ownership of `value`.
-  CAttributeMap(const CString& name, CLumType* value, unsigned int flags);
+  CAttributeMap(const CString& name, CLumType* value, unsigned int flags)
+      : CAttributeRec(name, value, flags) {}
 
   static const CAttributeMap& NullAttribute();
 

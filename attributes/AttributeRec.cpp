@@ -9,9 +9,6 @@
 CAttributeRec::CAttributeRec(const CString& name, const CLumType& value, unsigned int flags)
     : m_mnemonic(name), m_value(value.MakeCopy()), m_flags(flags) {}
 
-CAttributeRec::CAttributeRec(const CString& name, CLumType* value, unsigned int flags)
-    : m_mnemonic(name), m_value(value), m_flags(flags) {}
-
 CAttributeRec::CAttributeRec(const CAttributeRec& other)
     : m_mnemonic(other.m_mnemonic), m_value(other.CopyValue()), m_flags(other.m_flags) {}
 

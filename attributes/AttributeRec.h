@@ -57,7 +57,8 @@ class LUM_ATTRIBUTES_API CAttributeRec {
 
  protected:
   /// Takes ownership of `value`, which is not null.
-  CAttributeRec(const CString& name, CLumType* value, unsigned int flags);
+  CAttributeRec(const CString& name, CLumType* value, unsigned int flags)
+      : m_mnemonic(name), m_value(value), m_flags(flags) {}
 
  private:
   // The tree builds its nodes, and keeps its marks in gaps of the record.

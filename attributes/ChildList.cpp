@@ -15,19 +15,6 @@ bool HasName(const CAttributeMap& node, std::wstring_view name) noexcept {
 
 }  // namespace
 
-void CChildList::Append(CAttributeMap& node) {
-  m_nodes.push_back(&node);
-  CChildIndex* index = m_index.load(std::memory_order_relaxed);
-  if (index == nullptr) {
-    return;
-  }
-  try {
-    index->IndexNewChildren(m_nodes);
-  } catch (const std::bad_alloc&) {
-    DropIndex();
-  }
-}
-
 void CChildList::Insert(std::size_t pos, CAttributeMap& node) {
   DropIndex();
   m_nodes.insert(m_nodes.begin() + static_cast<std::ptrdiff_t>(pos), &node);
@@ -110,6 +97,14 @@ const CChildIndex* CChildList::BuildIndex() const noexcept {
                : present;
   } catch (const std::bad_alloc&) {
     return nullptr;
+  }
+}
+
+void CChildList::IndexNewChildren() noexcept {
+  try {
+    m_index.load(std::memory_order_relaxed)->IndexNewChildren(m_nodes);
+  } catch (const std::bad_alloc&) {
+    DropIndex();
   }
 }
 

@@ -33,7 +33,12 @@ class CChildList {
   void SetAbove(CChildList* above) noexcept { m_above = above; }
 
   void Reserve(std::size_t count) { m_nodes.reserve(count); }
-  void Append(CAttributeMap& node);
+  void Append(CAttributeMap& node) {
+    m_nodes.push_back(&node);
+    if (m_index.load(std::memory_order_relaxed) != nullptr) {
+      IndexNewChildren();
+    }
+  }
   void Insert(std::size_t pos, CAttributeMap& node);
   /// Takes the node at a place out.
   void Remove(std::size_t pos) noexcept;
@@ -67,6 +72,7 @@ class CChildList {
 
   const CChildIndex* Index() const noexcept;
   const CChildIndex* BuildIndex() const noexcept;
+  void IndexNewChildren() noexcept;
   void DropIndex() noexcept;
   void NoteScanned(std::size_t children) const noexcept;
   int CountBefore(std::size_t end, std::wstring_view name) const noexcept;
