@@ -2,32 +2,9 @@
 #include "attributes/ChildIndex.h"
 
 #include <bit>
-#include <cstring>
 
 namespace lum::detail {
 namespace {
-
-/// Mixes the characters in, eight bytes at a time.
-std::uint32_t HashName(std::wstring_view name) noexcept {
-  constexpr std::uint64_t kSpread = 0x9E3779B97F4A7C15;
-  constexpr std::size_t kStep = sizeof(std::uint64_t) / sizeof(wchar_t);
-  const wchar_t* at = name.data();
-  const wchar_t* const end = at + name.size();
-  std::uint64_t hash = name.size();
-  const auto mixIn = [&hash](std::uint64_t bits) {
-    hash = (hash ^ bits) * kSpread;
-    hash ^= hash >> 32;
-  };
-  for (; end - at >= static_cast<std::ptrdiff_t>(kStep); at += kStep) {
-    std::uint64_t bits = 0;
-    std::memcpy(&bits, at, sizeof bits);
-    mixIn(bits);
-  }
-  for (; at != end; ++at) {
-    mixIn(static_cast<std::uint64_t>(*at));
-  }
-  return static_cast<std::uint32_t>(hash);
-}
 
 /// Occurrences of one name are spread over the table like different names. The factor is odd, so no
 /// two of them have the same hash.
@@ -47,7 +24,7 @@ void CChildIndex::IndexNewChildren(Siblings siblings) {
 
 void CChildIndex::IndexChild(Siblings siblings, std::uint32_t pos) {
   const std::wstring_view name = View(siblings[pos]->Mnemonic());
-  const std::uint32_t nameHash = HashName(name);
+  const std::uint32_t nameHash = HashText(name);
   std::size_t place = SlotOf(siblings, name, nameHash, 0);
   int occurrence = 0;
   if (m_slots[place].pos != kFree) {
@@ -61,8 +38,8 @@ void CChildIndex::IndexChild(Siblings siblings, std::uint32_t pos) {
 bool CChildIndex::Rename(Siblings siblings, const CAttributeMap& child,
                          std::wstring_view newName) noexcept {
   const std::wstring_view oldName = View(child.Mnemonic());
-  const std::size_t oldPlace = SlotOf(siblings, oldName, HashName(oldName), 0);
-  const std::uint32_t newHash = HashName(newName);
+  const std::size_t oldPlace = SlotOf(siblings, oldName, HashText(oldName), 0);
+  const std::uint32_t newHash = HashText(newName);
   const std::uint32_t pos = m_slots[oldPlace].pos;
   if (m_places[pos].count != 1 || m_slots[SlotOf(siblings, newName, newHash, 0)].pos != kFree) {
     return false;
@@ -73,12 +50,12 @@ bool CChildIndex::Rename(Siblings siblings, const CAttributeMap& child,
 }
 
 int CChildIndex::Find(Siblings siblings, std::wstring_view name, int occurrence) const noexcept {
-  const Slot& slot = m_slots[SlotOf(siblings, name, HashName(name), occurrence)];
+  const Slot& slot = m_slots[SlotOf(siblings, name, HashText(name), occurrence)];
   return slot.pos != kFree ? static_cast<int>(slot.pos) : -1;
 }
 
 int CChildIndex::Count(Siblings siblings, std::wstring_view name) const noexcept {
-  const Slot& first = m_slots[SlotOf(siblings, name, HashName(name), 0)];
+  const Slot& first = m_slots[SlotOf(siblings, name, HashText(name), 0)];
   return first.pos != kFree ? m_places[first.pos].count : 0;
 }
 

@@ -28,13 +28,6 @@ void AppendFlags(std::wstring& value, unsigned int flags) {
   value += View(digits);
 }
 
-/// Removes white space as the platform's strings do, whose rule for other than ASCII is their own.
-void TrimLeft(CString& text) {
-  if (!text.IsEmpty() && (text[0] <= L' ' || text[0] >= 0x7F)) {
-    text.TrimLeft();
-  }
-}
-
 }  // namespace
 
 bool IsOrderInfo(const CAttributeMap& node) { return node.Mnemonic() == ATTRIB_ORDERINFO; }
@@ -96,7 +89,9 @@ std::optional<CAttributeItem> ReadItem(std::wstring_view key, std::wstring_view 
     return std::nullopt;
   }
   item.text = ToCString(value.substr(comma + 1));
-  TrimLeft(item.text);
+  if (!item.text.IsEmpty() && MayBeTrimmed(item.text[0])) {
+    item.text.TrimLeft();
+  }
   return item;
 }
 

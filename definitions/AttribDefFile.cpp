@@ -14,8 +14,10 @@
 
 namespace {
 
+using lum::detail::Assign;
 using lum::detail::CutUsualLine;
 using lum::detail::DefinitionItems;
+using lum::detail::MayBeTrimmed;
 using lum::detail::ToCString;
 using lum::detail::View;
 
@@ -79,6 +81,7 @@ struct CAttribDefMap::LoadState {
   CString mnemonic;
   CString name;
   CString bitmapFile;
+  CString defaultText;
   std::unique_ptr<CLumType> defaultValue;
 
   /// Records are made many at a time, as many as there are already, and live as long as any of them
@@ -94,7 +97,10 @@ struct CAttribDefMap::LoadState {
     type = items.type;
     controlType = items.controlType;
     bitmapFile = ToCString(items.bitmapFile);
-    defaultValue = MakeDefault(type, [&items] { return ToCString(items.defaultText); });
+    defaultValue = MakeDefault(type, [&]() -> const CString& {
+      Assign(defaultText, items.defaultText);
+      return defaultText;
+    });
     result = defaultValue != nullptr;
   }
 
@@ -130,7 +136,10 @@ bool CAttribDefMap::LoadDefFile(CString fileName, bool translate) {
   state.translate = translate && Translator::Instance().IsLanguageForeign();
   CString line;
   while (!state.full && file.ReadString(line)) {
-    LoadLine(line.Trim(), state);
+    if (!line.IsEmpty() && (MayBeTrimmed(line[0]) || MayBeTrimmed(line[line.GetLength() - 1]))) {
+      line.Trim();
+    }
+    LoadLine(line, state);
   }
   file.Close();
   m_initialised = m_initialised || state.result;

@@ -23,7 +23,8 @@ class CMnemonicIndex {
  public:
   /// The place of the record of that mnemonic that was entered last.
   int Find(const DefinitionRecords& records, std::wstring_view mnemonic) const {
-    return m_slots.empty() ? kNoRecord : m_slots[SlotOf(records, mnemonic, Hash(mnemonic))].place;
+    return m_slots.empty() ? kNoRecord
+                           : m_slots[SlotOf(records, mnemonic, HashText(mnemonic))].place;
   }
 
   /// Enters the last of the records, in place of an earlier one of its mnemonic.
@@ -32,7 +33,7 @@ class CMnemonicIndex {
       Grow();
     }
     const std::wstring_view mnemonic = View(records.back()->Mnemonic());
-    const std::uint32_t hash = Hash(mnemonic);
+    const std::uint32_t hash = HashText(mnemonic);
     Slot& slot = m_slots[SlotOf(records, mnemonic, hash)];
     m_count += slot.place == kNoRecord ? 1 : 0;
     slot = {hash, static_cast<int>(records.size()) - 1};
@@ -46,10 +47,6 @@ class CMnemonicIndex {
   };
 
   static constexpr std::size_t kSmallest = 16;
-
-  static std::uint32_t Hash(std::wstring_view mnemonic) {
-    return static_cast<std::uint32_t>(std::hash<std::wstring_view>()(mnemonic));
-  }
 
   std::size_t Home(std::uint32_t hash) const { return hash & (m_slots.size() - 1); }
   std::size_t Next(std::size_t slot) const { return (slot + 1) & (m_slots.size() - 1); }

@@ -25,8 +25,9 @@ class CHeldValue {
   static std::wstring_view Of(const CLumAnything& value) { return View(value.m_text); }
 };
 
-/// Whether a value is exactly of this kind. Not so the kinds that applications derive from it, whose
-/// functions may do something else, nor a value where its type has several descriptions in a process.
+/// Whether a value is exactly of this kind. Not so the kinds that applications derive from it,
+/// whose functions may do something else, nor a value where its type has several descriptions in a
+/// process.
 template <typename Kind>
 bool IsExactly(const CLumType& value) {
   return &typeid(value) == &typeid(Kind);

@@ -1,9 +1,10 @@
-// Library-internal views of strings, and hashing by their characters.
+// Library-internal views of strings, and what is done with their characters.
 #pragma once
 
 #include <algorithm>
 #include <cstddef>
-#include <functional>
+#include <cstdint>
+#include <cstring>
 #include <string_view>
 
 #include "platform/Framework.h"
@@ -31,11 +32,30 @@ inline void Assign(CString& text, std::wstring_view characters) {
   text.ReleaseBuffer(length);
 }
 
-/// Hashes a string for unordered containers, equal texts alike.
-struct TextHash {
-  std::size_t operator()(const CString& text) const {
-    return std::hash<std::wstring_view>()(View(text));
+/// A hash of the characters, mixed in eight bytes at a time.
+inline std::uint32_t HashText(std::wstring_view text) noexcept {
+  constexpr std::uint64_t kSpread = 0x9E3779B97F4A7C15;
+  constexpr std::size_t kStep = sizeof(std::uint64_t) / sizeof(wchar_t);
+  const wchar_t* at = text.data();
+  const wchar_t* const end = at + text.size();
+  std::uint64_t hash = text.size();
+  const auto mixIn = [&hash](std::uint64_t bits) {
+    hash = (hash ^ bits) * kSpread;
+    hash ^= hash >> 32;
+  };
+  for (; end - at >= static_cast<std::ptrdiff_t>(kStep); at += kStep) {
+    std::uint64_t bits = 0;
+    std::memcpy(&bits, at, sizeof bits);
+    mixIn(bits);
   }
-};
+  for (; at != end; ++at) {
+    mixIn(static_cast<std::uint64_t>(*at));
+  }
+  return static_cast<std::uint32_t>(hash);
+}
+
+/// False for the visible characters of ASCII, which no trimming takes away. What it does take away
+/// of all others is up to the platform's strings.
+inline bool MayBeTrimmed(wchar_t ch) { return ch <= L' ' || ch >= 0x7F; }
 
 }  // namespace lum::detail
