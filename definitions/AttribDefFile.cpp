@@ -17,11 +17,11 @@ namespace {
 using lum::detail::Assign;
 using lum::detail::CutUsualLine;
 using lum::detail::DefinitionItems;
+using lum::detail::kItemSeparator;
 using lum::detail::MayBeTrimmed;
 using lum::detail::ToCString;
 using lum::detail::View;
 
-constexpr wchar_t kSeparator = L',';
 constexpr wchar_t kControlMark = L'@';
 
 /// The places of a definition line's items; the default value takes all from the last one on.
@@ -195,7 +195,7 @@ void CAttribDefMap::LoadDefinitionLine(const CString& line, LoadState& state) {
 }
 
 void CAttribDefMap::LoadControlLine(const CString& line, bool translate) {
-  const int comma = line.Find(kSeparator);
+  const int comma = line.Find(kItemSeparator);
   if (comma < 0) {
     return;
   }
@@ -210,7 +210,7 @@ void CAttribDefMap::LoadControlLine(const CString& line, bool translate) {
 void CAttribDefMap::GetAttributeItems(CString const& line, CString& mnemonic, unsigned short& id,
                                       CString& name, int& type, int& controlType,
                                       CString& bitmapFile, CLumType*& defaultValue, bool& ok) {
-  CLumString items(kSeparator);
+  CLumString items(kItemSeparator);
   items.LoadStringW(line, true, false);
   int number = 0;
   ok = items.GetItem(kMnemonicItem, mnemonic);

@@ -112,8 +112,6 @@ class LUM_ATTRIBUTES_API CAttribDefMap {
 
   std::vector<std::shared_ptr<CAttribDefRec>> m_records;
   std::unique_ptr<Index> m_index;
-  /// Not used: keeps what follows at the places that programs know.
-  [[maybe_unused]] void* m_room[11] = {};
   std::map<CString, CString> m_ctlAttribs;
   bool m_initialised = false;
   std::map<CString, FillFunction> m_functionLists;

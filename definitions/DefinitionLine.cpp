@@ -7,7 +7,6 @@ namespace lum::detail {
 
 namespace {
 
-constexpr wchar_t kSeparator = L',';
 constexpr std::size_t kSafeDigits = 9;  // Any number of so many fits into an int.
 
 bool IsBlankOrTab(wchar_t ch) { return ch == L' ' || ch == L'\t'; }
@@ -32,7 +31,7 @@ class CItemCutter {
     if (m_atEnd) {
       return false;
     }
-    const std::size_t separator = m_rest.find(kSeparator);
+    const std::size_t separator = m_rest.find(kItemSeparator);
     m_atEnd = separator == std::wstring_view::npos;
     item = WithoutBlanks(m_rest.substr(0, separator));
     m_rest.remove_prefix(m_atEnd ? m_rest.size() : separator + 1);
@@ -63,7 +62,7 @@ class CItemCutter {
 
 bool CutDefault(std::wstring_view rest, std::wstring_view& text) {
   text = WithoutBlanks(rest);
-  return rest.find(kSeparator) == std::wstring_view::npos ||
+  return rest.find(kItemSeparator) == std::wstring_view::npos ||
          rest.find_first_of(L" \t") == std::wstring_view::npos;
 }
 

@@ -5,6 +5,8 @@
 
 namespace lum::detail {
 
+inline constexpr wchar_t kItemSeparator = L',';
+
 struct DefinitionItems {
   std::wstring_view mnemonic;
   int id = 0;

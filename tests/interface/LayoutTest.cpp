@@ -73,7 +73,7 @@ TEST(Layout, AttributesAndDefinitionsKeepTheirSizes) {
       LUM_LAYOUT(CAttributeRec::FLAGS, 4, 4),
       LUM_LAYOUT(CAttributeMap::OVERLOAD_FLAGS, 4, 4),
       LUM_LAYOUT(CAttribDefRec, 96, 8),
-      LUM_LAYOUT(CAttribDefMap, 256, 8),
+      LUM_LAYOUT(CAttribDefMap, 168, 8),
       LUM_LAYOUT(CAttribDefMap::FillFunction, 8, 8),
       LUM_LAYOUT(AttributeName, 16, 8),
   };
