@@ -11,6 +11,8 @@
 #include <string_view>
 #include <type_traits>
 
+#include "values/PlainDecimal.h"
+
 namespace lum::detail {
 
 // ---- Characters
@@ -82,19 +84,6 @@ constexpr int HexDigit(Ch ch) {
 
 // ---- Integers
 
-/// Goes on behind decimal digits and puts them onto the end of a number that wraps.
-template <typename Ch>
-const Ch* PassDigits(const Ch* place, const Ch* end, std::uint64_t& number) {
-  for (; place != end; ++place) {
-    const unsigned int digit = DecimalDigit(*place);
-    if (digit > 9) {
-      break;
-    }
-    number = number * 10 + digit;
-  }
-  return place;
-}
-
 /// As ScanInt, ScanUInt and ScanULongLong of so few digits that no type's sign or size matters
 /// before the number is cut to it.
 template <typename Ch, typename T>
@@ -103,7 +92,7 @@ bool ScanPlainInteger(std::basic_string_view<Ch> text, T& value) {
   SkipBlanks(text);
   const bool isNegative = TakeSign(text);
   std::uint64_t number = 0;
-  const Ch* const end = PassDigits(text.data(), text.data() + text.size(), number);
+  const Ch* const end = ReadDigits(text.data(), text.data() + text.size(), number);
   const std::ptrdiff_t count = end - text.data();
   if (count == 0 || count > kMostDigits) {
     return false;
@@ -155,11 +144,6 @@ bool ScanPlainHex(std::basic_string_view<Ch> text, unsigned int& value) {
 
 // ---- Floating point
 
-/// Powers of ten, all of which a double holds exactly.
-inline constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,
-                                          1e7,  1e8,  1e9,  1e10, 1e11, 1e12, 1e13,
-                                          1e14, 1e15, 1e16, 1e17, 1e18, 1e19};
-
 /// Whether a number may go on after its digits: with an exponent, or as a hexadecimal text.
 template <typename Ch>
 constexpr bool IsContinued(Ch ch) {
@@ -168,29 +152,18 @@ constexpr bool IsContinued(Ch ch) {
 }
 
 /// As ScanDouble of digits, perhaps with a point among them, that make an integer which a double
-/// holds exactly. One division of two exact doubles rounds the number as the runtime does.
+/// holds exactly.
 template <typename Ch>
 bool ScanPlainDouble(std::basic_string_view<Ch> text, double& value) {
-  constexpr std::ptrdiff_t kMostDigits = std::numeric_limits<std::uint64_t>::digits10;
-  constexpr std::uint64_t kLargestExact = std::uint64_t{1} << std::numeric_limits<double>::digits;
   SkipBlanks(text);
   const bool isNegative = TakeSign(text);
   const Ch* const end = text.data() + text.size();
-  std::uint64_t digits = 0;
-  const Ch* place = PassDigits(text.data(), end, digits);
-  std::ptrdiff_t count = place - text.data();
-  std::ptrdiff_t decimals = 0;
-  if (place != end && *place == Ch{'.'}) {
-    const Ch* const point = place;
-    place = PassDigits(point + 1, end, digits);
-    decimals = place - point - 1;
-    count += decimals;
-  }
-  const bool isContinued = place != end && IsContinued(*place);
-  if (isContinued || count == 0 || count > kMostDigits || digits > kLargestExact) {
+  double magnitude = 0.0;
+  const Ch* const place = ReadPlainDecimal(text.data(), end, magnitude);
+  if (place == nullptr || (place != end && IsContinued(*place))) {
     return false;
   }
-  value = WithSign(static_cast<double>(digits) / kPowersOfTen[decimals], isNegative);
+  value = WithSign(magnitude, isNegative);
   return true;
 }
 
