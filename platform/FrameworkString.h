@@ -14,7 +14,7 @@
 #include <type_traits>
 #include <utility>
 
-#if defined(__GLIBC__)
+#if __has_include(<sys/single_threaded.h>)
 #include <sys/single_threaded.h>
 #endif
 
@@ -25,7 +25,7 @@ namespace lum::detail {
 /// A process that has never had a second thread needs no atomic instructions to count, which take
 /// far longer than plain ones. The C library tells; where it does not, there may be threads.
 inline bool IsSingleThreaded() noexcept {
-#if defined(__GLIBC__)
+#if __has_include(<sys/single_threaded.h>)
   return __libc_single_threaded != 0;
 #else
   return false;
