@@ -30,6 +30,7 @@ function(lum_install_headers)
     values/NameTypes.h
     values/RecordTypes.h
     values/ScalarTypes.h
+    values/ValueSlot.h
     values/VectorTypes.h
     definitions/AttribDefMap.h
     definitions/AttribDefRec.h

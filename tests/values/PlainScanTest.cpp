@@ -48,7 +48,7 @@ class CPlainComparison {
   }
 
   // A comparison of next to nothing would prove nothing.
-  void ExpectManyPlain(int percent) const { EXPECT_GE(m_plain * 100, m_count * percent); }
+  void ExpectManyPlain(std::uint64_t percent) const { EXPECT_GE(m_plain * 100, m_count * percent); }
 
  private:
   std::uint64_t m_count = 0;
