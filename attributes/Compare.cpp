@@ -159,7 +159,6 @@ bool CAttributeMap::Compare(const CAttributeMap& other, CAttributeMap& diff,
     CComparisonPass({.reportUnpaired = true, .compareValues = false, .dropOrderInfo = true})
         .Run(*this, other, found);
   }
-  lum::detail::NodeAccess::DeleteChildren(diff);
-  lum::detail::NodeAccess::SetListBelow(diff, lum::detail::NodeAccess::TakeListBelow(found));
+  lum::detail::MoveChildren(found, diff);
   return diff.Count() > 0;
 }
