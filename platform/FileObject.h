@@ -55,12 +55,52 @@ struct FileObjectLine {
   bool validText = true;  ///< False when the line held bytes that its encoding does not allow.
 };
 
+/// A place in a loaded file that could not be read as what it should be. The line is kept all the
+/// same.
+struct FileObjectProblem {
+  int line = 0;    ///< 1-based.
+  int column = 0;  ///< 1-based, in characters.
+  CString reason;
+};
+
+/// What a save does about a file that is not as this object last read or wrote it.
+enum class FileConflict {
+  /// Keeps the other program's changes and makes this object's own, item by item. Of an item that
+  /// both changed, this object's is written.
+  Merge,
+  Refuse,     ///< Fails, with the file as it is.
+  Overwrite,  ///< Replaces whatever is there.
+};
+
+struct FileSaveOptions {
+  FileConflict onConflict = FileConflict::Merge;
+  /// How many contents that the file had before are kept beside it, see PreviousVersions.
+  int previousVersions = 0;
+};
+
+/// What became of a save.
+enum class FileSaveResult {
+  None,      ///< There was none.
+  Saved,     ///< The file holds this object's content.
+  Merged,    ///< As well, and this object has got another program's changes.
+  Conflict,  ///< Refused: the file's content is not what this object knows.
+  Failed,
+};
+
+/// A content that a file had before.
+struct FileVersion {
+  int number = 0;  ///< 1 is the newest.
+  CString path;
+};
+
 /// An ordered set of sections, each an ordered set of items with constant-time look-up. Copies are
 /// deep. Not synchronised.
 class LUM_PLATFORM_API FileObject {
  public:
   /// A file larger than this is refused by Load: no input may exhaust its host's memory.
   static constexpr std::size_t kMaxFileBytes = std::size_t{1} << 30;
+  /// Saving keeps no more previous versions than these.
+  static constexpr int kMaxPreviousVersions = 99;
 
   FileObject();
   FileObject(const FileObject& other);
@@ -73,14 +113,35 @@ class LUM_PLATFORM_API FileObject {
   /// (missing, a directory, no permission, larger than kMaxFileBytes); LastError() says why.
   bool Load(const CString& path);
 
+  /// Where the file that was loaded could not be read as text of its encoding or as a section, an
+  /// item or a comment: the first `most` places.
+  std::vector<FileObjectProblem> LoadProblems(std::size_t most = 100) const;
+
   /// Writes the file atomically and durably: a sibling file is written, flushed to disk and renamed
   /// over the old one, then the folder is flushed. A crash leaves the old file or the new one,
   /// whole. A symbolic link keeps pointing where it did; permissions stay. Encoding, byte order
   /// mark, line ends, comments, blank and unknown lines are those that were loaded, and a line that
   /// was not changed keeps its very bytes. A file that was not loaded is written as UTF-8 with the
-  /// system's line ends. False, with the old file untouched, on any failure (also when a text
-  /// cannot be written in the file's encoding); LastError() says why.
+  /// system's line ends.
+  ///
+  /// Savers of one file wait for each other, for ten seconds at most. When another program changed
+  /// the file after this object loaded or saved it, `onConflict` decides; a walk through the
+  /// sections begins anew after a merge. A file of which Load could not make anything is only
+  /// replaced with Overwrite. Any other file, also one that is missing, empty or ruined by now, is
+  /// simply written.
+  ///
+  /// False, with the old file untouched, on any failure (also when a text cannot be written in the
+  /// file's encoding); LastError() says why, LastSave() tells a conflict from the rest. Only when
+  /// the system could not flush the folder is the new file already in place.
+  bool Save(const CString& path, const FileSaveOptions& options);
+  /// With the default options.
   bool Save(const CString& path);
+
+  FileSaveResult LastSave() const noexcept;
+
+  /// The contents of a file that saving has kept, the newest first. They stand beside the file that
+  /// the path leads to, as "NAME.bak1", "NAME.bak2", and can be loaded like any other.
+  static std::vector<FileVersion> PreviousVersions(const CString& path);
 
   /// Why the last Load or Save failed, as a text for the user; empty after a success.
   const CString& LastError() const noexcept;

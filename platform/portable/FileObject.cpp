@@ -1,17 +1,24 @@
 // FileObject: the interface to a document (FileDocument.h) and its file.
 #include "platform/FileObject.h"
 
+#include <filesystem>
 #include <new>
 #include <stdexcept>
 #include <string>
+#include <system_error>
 #include <utility>
 
-#include "platform/portable/AtomicFile.h"
 #include "platform/portable/FileBytes.h"
+#include "platform/portable/FileCalls.h"
 #include "platform/portable/FileDocument.h"
 #include "platform/portable/FileObjectText.h"
+#include "platform/portable/FileProblems.h"
+#include "platform/portable/FileSaving.h"
+#include "platform/portable/FileUpdate.h"
 #include "platform/portable/LineSyntax.h"
+#include "platform/portable/SystemFile.h"
 
+using lum::detail::CFileCalls;
 using lum::detail::CFileDocument;
 using lum::detail::CFileText;
 using lum::detail::CFileTextOf;
@@ -24,7 +31,9 @@ using lum::detail::kNoIndex;
 // Made when it is first changed: a new object and one that was moved from have none.
 struct FileObject::Document {
   CFileDocument content;
+  lum::detail::CFileOrigin origin;
   CString lastError;
+  FileSaveResult lastSave = FileSaveResult::None;
 
   static const Document empty;
 
@@ -110,27 +119,52 @@ FileObject::~FileObject() = default;
 bool FileObject::Load(const CString& path) {
   Document& document = Document::Of(*this);
   return Attempt(L"read", path, document.lastError, [&](CString& reason) {
+    CFileCalls calls;
+    const CString place = lum::detail::FilePlace(path, calls);
     std::string bytes;
     if (!lum::detail::ReadWholeFile(path, kMaxFileBytes, bytes, reason)) {
+      document.origin.unreadPlace = place;
       return false;
     }
-    document.content =
-        lum::detail::ParseFile(std::make_shared<const std::string>(std::move(bytes)));
+    const auto file = std::make_shared<const std::string>(std::move(bytes));
+    document.content = lum::detail::ParseFile(file);
+    document.origin = {.loaded = {place, file}, .savedElsewhere = {}, .unreadPlace = {}};
     return true;
   });
 }
 
-bool FileObject::Save(const CString& path) {
+std::vector<FileObjectProblem> FileObject::LoadProblems(std::size_t most) const {
+  const CFileDocument& content = Document::Of(*this).content;
+  return lum::detail::FindProblems(content.Store().Loaded(), content.Encoding(), most);
+}
+
+bool FileObject::Save(const CString& path) { return Save(path, FileSaveOptions()); }
+
+bool FileObject::Save(const CString& path, const FileSaveOptions& options) {
   Document& document = Document::Of(*this);
+  document.lastSave = FileSaveResult::Failed;
   return Attempt(L"write", path, document.lastError, [&](CString& reason) {
-    std::string bytes;
-    if (!lum::detail::WriteFile(document.content, bytes, reason) ||
-        !lum::detail::WriteFileAtomically(path, bytes, reason)) {
-      return false;
-    }
-    document.content.ForgetPlaces();
-    return true;
+    CFileCalls calls;
+    document.lastSave = lum::detail::SaveDocument(document.content, document.origin, path, options,
+                                                  reason, calls);
+    return document.lastSave == FileSaveResult::Saved ||
+           document.lastSave == FileSaveResult::Merged;
   });
+}
+
+FileSaveResult FileObject::LastSave() const noexcept { return Document::Of(*this).lastSave; }
+
+std::vector<FileVersion> FileObject::PreviousVersions(const CString& path) {
+  CFileCalls calls;
+  std::vector<FileVersion> versions;
+  for (int number = 1; number <= kMaxPreviousVersions; ++number) {
+    CString version = lum::detail::VersionPath(path, number, calls);
+    std::error_code none;
+    if (std::filesystem::is_regular_file(lum::detail::SystemPath(version), none)) {
+      versions.push_back({number, std::move(version)});
+    }
+  }
+  return versions;
 }
 
 const CString& FileObject::LastError() const noexcept { return Document::Of(*this).lastError; }

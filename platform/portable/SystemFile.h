@@ -19,6 +19,9 @@ using CFilePointer = std::unique_ptr<std::FILE, CFileCloser>;
 /// prefix that allows more than 260 characters where it is needed.
 std::filesystem::path SystemPath(const CString& path);
 
+/// A path as text, for users.
+CString PathText(const std::filesystem::path& path);
+
 /// The text for an error number of the C library, the same in every process locale where that is
 /// possible.
 CString SystemMessage(int error);

@@ -1,4 +1,4 @@
-// WriteFileAtomically on a POSIX system: permissions, owners, links, folders and disks that get in
+// UpdateFile on a POSIX system: permissions, owners, links, folders and disks that get in
 // the way, and processes that are killed meanwhile.
 #include <sched.h>
 #include <sys/mount.h>
@@ -12,14 +12,13 @@
 #include <iostream>
 #include <string>
 
-#include "tests/platform/AtomicFileTesting.h"
+#include "tests/platform/FileUpdateTesting.h"
 
 namespace {
 
-using lum::detail::WriteFileAtomically;
 namespace fs = std::filesystem;
 
-class AtomicFilePosix : public AtomicFileTesting {
+class FileUpdatePosix : public FileUpdateTesting {
  protected:
   static mode_t Mode(const fs::path& path) {
     struct stat status = {};
@@ -46,14 +45,14 @@ bool BecomeOrdinaryUser() {
   return ::geteuid() != 0 || (::setgid(65534) == 0 && ::setuid(65534) == 0);
 }
 
-TEST_F(AtomicFilePosix, GivesNewFilesTheUsualPermissions) {
+TEST_F(FileUpdatePosix, GivesNewFilesTheUsualPermissions) {
   const mode_t old = ::umask(027);
   EXPECT_TRUE(Write(m_folder.File("new"), "x"));
   ::umask(old);
   EXPECT_EQ(Mode(m_folder.File("new")), 0640u);
 }
 
-TEST_F(AtomicFilePosix, KeepsPermissionsAndOwner) {
+TEST_F(FileUpdatePosix, KeepsPermissionsAndOwner) {
   const fs::path path = m_folder.File("file");
   for (const mode_t mode : {0600u, 0644u, 0666u, 0755u, 02664u}) {
     WriteBytes(path, "old");
@@ -72,7 +71,7 @@ TEST_F(AtomicFilePosix, KeepsPermissionsAndOwner) {
   }
 }
 
-TEST_F(AtomicFilePosix, WritesNamesOfAnyLengthTheSystemTakes) {
+TEST_F(FileUpdatePosix, WritesNamesOfAnyLengthTheSystemTakes) {
   EXPECT_TRUE(Write(m_folder.File(std::string(255, 'n')), "1"));
   EXPECT_FALSE(Write(m_folder.File(std::string(256, 'n')), "2"));
   EXPECT_EQ(m_error, L"File name too long");
@@ -80,7 +79,7 @@ TEST_F(AtomicFilePosix, WritesNamesOfAnyLengthTheSystemTakes) {
 
 // ---- Links
 
-TEST_F(AtomicFilePosix, WritesThroughSymbolicLinks) {
+TEST_F(FileUpdatePosix, WritesThroughSymbolicLinks) {
   fs::create_directory(m_folder.File("sub"));
   WriteBytes(m_folder.File("sub/file"), "old");
   fs::create_symlink("sub/file", m_folder.File("relative"));
@@ -95,7 +94,7 @@ TEST_F(AtomicFilePosix, WritesThroughSymbolicLinks) {
   EXPECT_EQ(m_folder.EntryCount(), 3u);
 }
 
-TEST_F(AtomicFilePosix, CreatesTheFileThatADanglingLinkNames) {
+TEST_F(FileUpdatePosix, CreatesTheFileThatADanglingLinkNames) {
   fs::create_symlink("target", m_folder.File("link"));
   EXPECT_TRUE(Write(m_folder.File("link"), "new"));
   EXPECT_TRUE(fs::is_symlink(m_folder.File("link")));
@@ -105,7 +104,7 @@ TEST_F(AtomicFilePosix, CreatesTheFileThatADanglingLinkNames) {
   EXPECT_EQ(m_error, L"No such file or directory");
 }
 
-TEST_F(AtomicFilePosix, RefusesLinksThatGoRound) {
+TEST_F(FileUpdatePosix, RefusesLinksThatGoRound) {
   fs::create_symlink("b", m_folder.File("a"));
   fs::create_symlink("a", m_folder.File("b"));
   EXPECT_FALSE(Write(m_folder.File("a"), "new"));
@@ -115,7 +114,7 @@ TEST_F(AtomicFilePosix, RefusesLinksThatGoRound) {
 
 // ---- What is not replaced
 
-TEST_F(AtomicFilePosix, RefusesWhatIsNoRegularFile) {
+TEST_F(FileUpdatePosix, RefusesWhatIsNoRegularFile) {
   fs::create_directory(m_folder.File("folder"));
   EXPECT_FALSE(Write(m_folder.File("folder"), "new"));
   EXPECT_EQ(m_error, L"Is a directory");
@@ -129,13 +128,13 @@ TEST_F(AtomicFilePosix, RefusesWhatIsNoRegularFile) {
   EXPECT_EQ(m_folder.EntryCount(), 2u);
 }
 
-TEST_F(AtomicFilePosix, SaysThatAPathLeadsThroughAFile) {
+TEST_F(FileUpdatePosix, SaysThatAPathLeadsThroughAFile) {
   WriteBytes(m_folder.File("file"), "old");
   EXPECT_FALSE(Write(m_folder.File("file/inner"), "new"));
   EXPECT_EQ(m_error, L"Not a directory");
 }
 
-TEST_F(AtomicFilePosix, LeavesTheOldFileWhenTheFolderIsReadOnly) {
+TEST_F(FileUpdatePosix, LeavesTheOldFileWhenTheFolderIsReadOnly) {
   fs::create_directory(m_folder.File("folder"));
   WriteBytes(m_folder.File("folder/file"), "old");
   fs::permissions(m_folder.File("folder/file"), fs::perms(0666));
@@ -154,7 +153,7 @@ TEST_F(AtomicFilePosix, LeavesTheOldFileWhenTheFolderIsReadOnly) {
   fs::permissions(m_folder.File("folder"), fs::perms(0777));
 }
 
-TEST_F(AtomicFilePosix, RespectsAWriteProtectedFile) {
+TEST_F(FileUpdatePosix, RespectsAWriteProtectedFile) {
   WriteBytes(m_folder.File("file"), "old");
   fs::permissions(m_folder.File("file"), fs::perms(0444));
   fs::permissions(m_folder.Path(), fs::perms(0777));
@@ -168,7 +167,7 @@ TEST_F(AtomicFilePosix, RespectsAWriteProtectedFile) {
   EXPECT_EQ(ReadBytes(m_folder.File("file")), "old");
 }
 
-TEST_F(AtomicFilePosix, WritesIntoAFolderThatCannotBeRead) {
+TEST_F(FileUpdatePosix, WritesIntoAFolderThatCannotBeRead) {
   fs::create_directory(m_folder.File("folder"));
   fs::permissions(m_folder.Path(), fs::perms(0777));
   fs::permissions(m_folder.File("folder"), fs::perms(0333));
@@ -200,7 +199,7 @@ bool HoldsOldFileOnly(const fs::path& folder) {
          std::distance(fs::directory_iterator(folder), fs::directory_iterator()) == 1;
 }
 
-TEST_F(AtomicFilePosix, LeavesTheOldFileWhenTheDiskIsFull) {
+TEST_F(FileUpdatePosix, LeavesTheOldFileWhenTheDiskIsFull) {
   constexpr int kNoDisk = 20;
   const int result = InChild([&] {
     if (!MountSmallDisk(m_folder.Path())) {
@@ -222,7 +221,7 @@ TEST_F(AtomicFilePosix, LeavesTheOldFileWhenTheDiskIsFull) {
   EXPECT_EQ(result, 0);
 }
 
-TEST_F(AtomicFilePosix, LeavesTheOldFileWhenTheFileMayNotGrow) {
+TEST_F(FileUpdatePosix, LeavesTheOldFileWhenTheFileMayNotGrow) {
   WriteBytes(m_folder.File("file"), "old");
   EXPECT_EQ(
       InChild([&] {
@@ -242,7 +241,7 @@ TEST_F(AtomicFilePosix, LeavesTheOldFileWhenTheFileMayNotGrow) {
 // ---- A crash
 
 // A writer that is killed at any moment leaves the old content or the new one, whole.
-TEST_F(AtomicFilePosix, LeavesAWholeFileWhenKilled) {
+TEST_F(FileUpdatePosix, LeavesAWholeFileWhenKilled) {
   const fs::path path = m_folder.File("file");
   const std::string contents[] = {std::string(300000, 'a'), std::string(200000, 'b')};
   WriteBytes(path, contents[0]);
@@ -250,8 +249,7 @@ TEST_F(AtomicFilePosix, LeavesAWholeFileWhenKilled) {
     const pid_t child = ::fork();
     if (child == 0) {
       for (int i = 1;; ++i) {
-        CString error;
-        WriteFileAtomically(PathText(path), contents[i % 2], error);
+        Write(path, contents[i % 2]);
       }
     }
     ::usleep(static_cast<useconds_t>(500 + 300 * round));

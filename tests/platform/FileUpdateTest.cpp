@@ -1,17 +1,17 @@
-// WriteFileAtomically on every system: what a save leaves behind when it works, and that it leaves
+// UpdateFile on every system: what a save leaves behind when it works, and that it leaves
 // nothing when it does not.
 #include <filesystem>
 #include <string>
 
-#include "tests/platform/AtomicFileTesting.h"
+#include "tests/platform/FileUpdateTesting.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
-class AtomicFile : public AtomicFileTesting {};
+class FileUpdate : public FileUpdateTesting {};
 
-TEST_F(AtomicFile, WritesNewFiles) {
+TEST_F(FileUpdate, WritesNewFiles) {
   const fs::path path = m_folder.File("new");
   const std::string bytes("a\0\xFF\r\n", 5);
   EXPECT_TRUE(Write(path, bytes)) << Why();
@@ -20,7 +20,7 @@ TEST_F(AtomicFile, WritesNewFiles) {
   EXPECT_EQ(m_folder.EntryCount(), 1u);
 }
 
-TEST_F(AtomicFile, ReplacesFilesByShorterAndEmptyOnes) {
+TEST_F(FileUpdate, ReplacesFilesByShorterAndEmptyOnes) {
   const fs::path path = m_folder.File("file");
   const std::string large(3 << 20, 'x');
   EXPECT_TRUE(Write(path, large)) << Why();
@@ -32,7 +32,7 @@ TEST_F(AtomicFile, ReplacesFilesByShorterAndEmptyOnes) {
   EXPECT_EQ(m_folder.EntryCount(), 1u);
 }
 
-TEST_F(AtomicFile, NeverChangesTheOldFileItself) {
+TEST_F(FileUpdate, NeverChangesTheOldFileItself) {
   const fs::path path = m_folder.File("file");
   WriteBytes(path, "old");
   fs::create_hard_link(path, m_folder.File("second name"));
@@ -41,7 +41,7 @@ TEST_F(AtomicFile, NeverChangesTheOldFileItself) {
   EXPECT_EQ(ReadBytes(m_folder.File("second name")), "old");
 }
 
-TEST_F(AtomicFile, WritesRelativeAndForeignNames) {
+TEST_F(FileUpdate, WritesRelativeAndForeignNames) {
   const fs::path before = fs::current_path();
   fs::current_path(m_folder.Path());
   EXPECT_TRUE(Write("plain", "1")) << Why();
@@ -59,7 +59,7 @@ TEST_F(AtomicFile, WritesRelativeAndForeignNames) {
   EXPECT_EQ(ReadBytes(foreign), "5");
 }
 
-TEST_F(AtomicFile, RefusesBadPaths) {
+TEST_F(FileUpdate, RefusesBadPaths) {
   const fs::path file = m_folder.File("file");
   WriteBytes(file, "old");
   EXPECT_FALSE(Write("", "new"));
@@ -72,7 +72,7 @@ TEST_F(AtomicFile, RefusesBadPaths) {
   EXPECT_FALSE(Write(m_folder.Path(), "new"));
   EXPECT_NE(m_error, L"untouched");
   const CString cut = PathText(file) + CString(L"\0x", 2);
-  EXPECT_FALSE(lum::detail::WriteFileAtomically(cut, "new", m_error));
+  EXPECT_FALSE(Write(cut, "new"));
   EXPECT_EQ(ReadBytes(file), "old");
   EXPECT_EQ(m_folder.EntryCount(), 1u);
 }

@@ -1,4 +1,4 @@
-// WriteFileAtomically on Windows: long paths, protected files, and others that hold the file open.
+// UpdateFile on Windows: long paths, protected files, and others that hold the file open.
 #include <chrono>
 #include <filesystem>
 #include <string>
@@ -7,18 +7,17 @@
 #include "platform/portable/FileBytes.h"
 #include "platform/portable/SystemFile.h"
 #include "platform/portable/WindowsHandle.h"
-#include "tests/platform/AtomicFileTesting.h"
+#include "tests/platform/FileUpdateTesting.h"
 
 namespace {
 
 using lum::detail::CHandle;
 using lum::detail::OpenExisting;
-using lum::detail::WriteFileAtomically;
 namespace fs = std::filesystem;
 
-class AtomicFileWindows : public AtomicFileTesting {};
+class FileUpdateWindows : public FileUpdateTesting {};
 
-TEST_F(AtomicFileWindows, TakesPathsBeyond260Characters) {
+TEST_F(FileUpdateWindows, TakesPathsBeyond260Characters) {
   fs::path folder = m_folder.Path();
   for (int i = 0; i < 6; ++i) {
     folder /= std::wstring(60, L'x');
@@ -26,8 +25,8 @@ TEST_F(AtomicFileWindows, TakesPathsBeyond260Characters) {
   const CString path((folder / L"survey.cfg").c_str());
   ASSERT_GT(path.GetLength(), 260);
   fs::create_directories(lum::detail::SystemPath(CString(folder.c_str())));
-  EXPECT_TRUE(WriteFileAtomically(path, "1", m_error)) << Why();
-  EXPECT_TRUE(WriteFileAtomically(path, "22", m_error)) << Why();
+  EXPECT_TRUE(Write(path, "1")) << Why();
+  EXPECT_TRUE(Write(path, "22")) << Why();
   std::string bytes;
   EXPECT_TRUE(lum::detail::ReadWholeFile(path, 100, bytes, m_error));
   EXPECT_EQ(bytes, "22");
@@ -37,7 +36,7 @@ TEST_F(AtomicFileWindows, TakesPathsBeyond260Characters) {
   }
 }
 
-TEST_F(AtomicFileWindows, RefusesFoldersAndProtectedFiles) {
+TEST_F(FileUpdateWindows, RefusesFoldersAndProtectedFiles) {
   const fs::path folder = m_folder.File("folder");
   fs::create_directory(folder);
   EXPECT_FALSE(Write(folder, "new"));
@@ -52,7 +51,7 @@ TEST_F(AtomicFileWindows, RefusesFoldersAndProtectedFiles) {
   ::SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
 }
 
-TEST_F(AtomicFileWindows, GivesUpAfterAWhileWhenAnotherHoldsTheFile) {
+TEST_F(FileUpdateWindows, GivesUpAfterAWhileWhenAnotherHoldsTheFile) {
   const fs::path path = m_folder.File("held");
   ASSERT_TRUE(Write(path, "old"));
   CHandle held(OpenExisting(path, GENERIC_READ, 0));
@@ -65,7 +64,7 @@ TEST_F(AtomicFileWindows, GivesUpAfterAWhileWhenAnotherHoldsTheFile) {
   EXPECT_EQ(ReadBytes(path), "old");
 }
 
-TEST_F(AtomicFileWindows, WaitsForAnotherToCloseTheFile) {
+TEST_F(FileUpdateWindows, WaitsForAnotherToCloseTheFile) {
   const fs::path path = m_folder.File("held");
   ASSERT_TRUE(Write(path, "old"));
   CHandle held(OpenExisting(path, GENERIC_READ, 0));

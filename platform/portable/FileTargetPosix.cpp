@@ -1,0 +1,146 @@
+#include "platform/portable/FileTargetPosix.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace lum::detail {
+
+namespace {
+
+using Path = std::filesystem::path;
+
+constexpr std::size_t kChunkBytes = std::size_t{1} << 16;
+// As many links as Linux itself follows.
+constexpr int kMaxLinks = 40;
+
+int WhyNotReplaceable(const struct stat& status) {
+  if (S_ISDIR(status.st_mode)) {
+    return EISDIR;
+  }
+  return S_ISREG(status.st_mode) ? 0 : EINVAL;
+}
+
+ssize_t ReadSome(CFileCalls& calls, int descriptor, std::string& bytes) {
+  const std::size_t size = bytes.size();
+  bytes.resize(size + kChunkBytes);
+  const ssize_t count =
+      UntilUninterrupted([&] { return calls.Read(descriptor, &bytes[size], kChunkBytes); });
+  bytes.resize(size + static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+  return count;
+}
+
+bool IsSameTime(const timespec& a, const timespec& b) {
+  return a.tv_sec == b.tv_sec && a.tv_nsec == b.tv_nsec;
+}
+
+}  // namespace
+
+CDescriptor::CDescriptor(CDescriptor&& other) noexcept
+    : m_calls(other.m_calls), m_descriptor(std::exchange(other.m_descriptor, -1)) {}
+
+CDescriptor& CDescriptor::operator=(CDescriptor&& other) noexcept {
+  std::swap(m_calls, other.m_calls);
+  std::swap(m_descriptor, other.m_descriptor);
+  return *this;
+}
+
+CDescriptor::~CDescriptor() {
+  const int error = errno;
+  Close();
+  errno = error;
+}
+
+bool CDescriptor::Close() {
+  const int descriptor = std::exchange(m_descriptor, -1);
+  return descriptor < 0 || m_calls->Close(descriptor) == 0 || errno == EINTR;
+}
+
+CDescriptor OpenFile(CFileCalls& calls, const Path& path, int flags, mode_t mode) {
+  return {calls, UntilUninterrupted([&] { return calls.Open(path, flags | O_CLOEXEC, mode); })};
+}
+
+Path FolderOf(const Path& file) {
+  const Path folder = file.parent_path();
+  return folder.empty() ? Path(".") : folder;
+}
+
+bool FollowLinks(CFileCalls& calls, Path& path) {
+  for (int i = 0; i <= kMaxLinks; ++i) {
+    struct stat status = {};
+    if (calls.StatusOfLink(path, status) != 0 || !S_ISLNK(status.st_mode)) {
+      return true;
+    }
+    Path next;
+    if (calls.ReadLink(path, next) != 0) {
+      return false;
+    }
+    path = FolderOf(path) / next;
+  }
+  errno = ELOOP;
+  return false;
+}
+
+bool FindTarget(CFileCalls& calls, CTarget& target) {
+  if (!FollowLinks(calls, target.path)) {
+    return false;
+  }
+  if (calls.Status(target.path, target.status) != 0) {
+    return errno == ENOENT && target.path.has_filename();
+  }
+  target.exists = true;
+  if (const int reason = WhyNotReplaceable(target.status)) {
+    errno = reason;
+    return false;
+  }
+  // Renaming would go past a write protection of the file.
+  return calls.CheckWritable(target.path) == 0;
+}
+
+bool IsUnchanged(CFileCalls& calls, const CTarget& target) {
+  struct stat now = {};
+  if (calls.Status(target.path, now) != 0) {
+    return !target.exists && errno == ENOENT;
+  }
+  return target.exists && now.st_dev == target.status.st_dev &&
+         now.st_ino == target.status.st_ino && now.st_size == target.status.st_size &&
+         IsSameTime(now.st_mtim, target.status.st_mtim);
+}
+
+// Network file systems give exclusive locks only to those who may write.
+FileLock LockFile(CFileCalls& calls, const Path& path, CDescriptor& descriptor) {
+  for (const int access : {O_RDONLY, O_WRONLY}) {
+    descriptor = OpenFile(calls, path, access | O_NOFOLLOW | O_NONBLOCK);
+    if (!descriptor.IsOpen()) {
+      continue;
+    }
+    if (UntilUninterrupted([&] { return calls.Lock(descriptor.Get()); }) == 0) {
+      return FileLock::Held;
+    }
+    if (errno == EWOULDBLOCK) {
+      return FileLock::Busy;
+    }
+  }
+  return FileLock::Unavailable;
+}
+
+bool ReadFile(CFileCalls& calls, const Path& path, std::size_t limit, std::string& bytes) {
+  const CDescriptor file = OpenFile(calls, path, O_RDONLY);
+  if (!file.IsOpen()) {
+    return false;
+  }
+  std::string read;
+  ssize_t count = 0;
+  while (read.size() <= limit && (count = ReadSome(calls, file.Get(), read)) > 0) {
+  }
+  if (count != 0) {
+    errno = count > 0 ? EFBIG : errno;
+    return false;
+  }
+  bytes = std::move(read);
+  return true;
+}
+
+}  // namespace lum::detail

@@ -1,0 +1,59 @@
+// Replacing a file as a whole by what is made of it: under a lock that other savers respect, so that
+// no change is lost, and so that a crash at any moment leaves the old file or the new one.
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "platform/FrameworkString.h"
+
+namespace lum::detail {
+
+class CFileCalls;
+
+/// The file that is to be replaced, as it is while the lock is held.
+class CCurrentFile {
+ public:
+  virtual ~CCurrentFile() = default;
+
+  /// See FilePlace().
+  virtual CString Place() const = 0;
+  virtual bool Exists() const = 0;
+  /// Reads the whole file. False, with `bytes` untouched, when that fails or when there are more
+  /// than `limit` bytes; `error` then says why.
+  virtual bool Read(std::size_t limit, std::string& bytes, CString& error) const = 0;
+};
+
+/// Makes what the file shall hold. Null, with the reason in `error`, leaves the file as it is. It is
+/// called again when another program got in between.
+using CMakeContent =
+    std::function<std::shared_ptr<const std::string>(const CCurrentFile& file, CString& error)>;
+
+enum class FileUpdateResult {
+  Done,
+  Failed,  ///< The old file is whole, and nothing new is left beside it.
+  InPlace  ///< The new file is there, but the system could not make its name durable.
+};
+
+/// Follows symbolic links, locks the file, lets its content be made, writes that into a new file
+/// beside it, flushes it to disk, gives it the old one's permissions (and owner, as far as allowed),
+/// renames it over the old one and flushes the folder. Only a regular file that may be written is
+/// replaced. A new file appears whole under its name; one that another program made meanwhile is
+/// not replaced unseen. With `versions` above 0 the old file stays as version 1, see VersionPath(),
+/// and as many are kept. What killed savers of the same file left behind is removed.
+///
+/// Waits about ten seconds for another saver. On a file system without locks there is none. Unless
+/// the result is Done, `error` says why.
+FileUpdateResult UpdateFile(const CString& path, int versions, const CMakeContent& make,
+                            CString& error, CFileCalls& calls);
+
+/// Which file a path names, whatever the path's form: the folder and the name behind symbolic
+/// links. Equal for two paths of one file, whether it exists or not. Empty when that cannot be told.
+CString FilePlace(const CString& path, CFileCalls& calls);
+
+/// Where a previous version of a file stands: beside the file behind symbolic links. 1 is the newest.
+CString VersionPath(const CString& path, int version, CFileCalls& calls);
+
+}  // namespace lum::detail

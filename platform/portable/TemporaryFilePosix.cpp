@@ -1,0 +1,89 @@
+#include "platform/portable/TemporaryFilePosix.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <ctime>
+
+#include "platform/portable/FileNames.h"
+
+namespace lum::detail {
+
+namespace {
+
+using Path = std::filesystem::path;
+
+constexpr int kMaxNameAttempts = 100;
+
+Path TemporaryPath(const Path& target, int attempt) {
+  std::timespec now = {};
+  std::timespec_get(&now, TIME_UTC);
+  char end[80];
+  std::snprintf(end, sizeof end, "%ld-%lld-%d", static_cast<long>(::getpid()),
+                static_cast<long long>(now.tv_nsec), attempt);
+  return FolderOf(target) / (TemporaryBeginning(target) + end);
+}
+
+}  // namespace
+
+CTemporaryFile::~CTemporaryFile() {
+  if (!m_path.empty()) {
+    const int error = errno;
+    m_calls.Remove(m_path);
+    errno = error;
+  }
+}
+
+// A file that replaces another is nobody else's to read until it has that one's permissions.
+bool CTemporaryFile::Create(const CTarget& target) {
+  const mode_t mode = target.exists ? S_IRUSR | S_IWUSR : 0666;
+  for (int attempt = 0; attempt < kMaxNameAttempts; ++attempt) {
+    const Path path = TemporaryPath(target.path, attempt);
+    m_file = OpenFile(m_calls, path, O_WRONLY | O_CREAT | O_EXCL, mode);
+    if (m_file.IsOpen() && IsOurs()) {
+      m_path = path;
+      return true;
+    }
+    if (!m_file.IsOpen() && errno != EEXIST) {
+      break;
+    }
+  }
+  return false;
+}
+
+bool CTemporaryFile::Write(std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t count = UntilUninterrupted(
+        [&] { return m_calls.Write(m_file.Get(), bytes.data(), bytes.size()); });
+    if (count < 0) {
+      return false;
+    }
+    bytes.remove_prefix(static_cast<std::size_t>(count));
+  }
+  return true;
+}
+
+// The owner first: changing it takes some permission bits away. Only a privileged process may give
+// files away; the group alone may still be allowed.
+bool CTemporaryFile::TakeOver(const struct stat& status) {
+  if (m_calls.ChangeOwner(m_file.Get(), status.st_uid, status.st_gid) != 0) {
+    m_calls.ChangeOwner(m_file.Get(), static_cast<uid_t>(-1), status.st_gid);
+  }
+  return m_calls.ChangeMode(m_file.Get(), status.st_mode & 07777) == 0;
+}
+
+bool CTemporaryFile::Flush() {
+  return UntilUninterrupted([&] { return m_calls.Flush(m_file.Get()); }) == 0;
+}
+
+// Before it was locked, another saver may have taken the file for a dead one's and removed it.
+bool CTemporaryFile::IsOurs() {
+  struct stat status = {};
+  const int locked = UntilUninterrupted([&] { return m_calls.Lock(m_file.Get()); });
+  return (locked == 0 || errno != EWOULDBLOCK) &&
+         m_calls.StatusOfOpen(m_file.Get(), status) == 0 && status.st_nlink > 0;
+}
+
+}  // namespace lum::detail
