@@ -41,7 +41,7 @@ class FileObjectTesting : public testing::Test {
   }
 
   std::string Saved(FileObject& file) {
-    EXPECT_TRUE(file.Save(PathText(m_folder.File("saved"))));
+    EXPECT_TRUE(file.Save(PathText(m_folder.File("saved")), {FileConflict::Overwrite}));
     EXPECT_EQ(file.LastError(), L"");
     return ReadBytes(m_folder.File("saved"));
   }
