@@ -1,5 +1,5 @@
-// The calls to the system through which a file is saved, in one place, so that tests can let each of
-// them fail. POSIX systems only.
+// The calls to the system through which a file is saved, in one place, so that tests can let each
+// of them fail. POSIX systems only.
 #pragma once
 
 #include <sys/stat.h>

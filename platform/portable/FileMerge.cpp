@@ -56,9 +56,8 @@ class CSectionMerge {
   }
 
   bool IsMyChange(CPoolIndex item) const {
-    const CPoolIndex before = m_baseSection == kNoIndex
-                                  ? kNoIndex
-                                  : m_base.FindItem(m_baseSection, m_mine.Key(item));
+    const CPoolIndex before =
+        m_baseSection == kNoIndex ? kNoIndex : m_base.FindItem(m_baseSection, m_mine.Key(item));
     return before == kNoIndex || !(m_base.Value(before) == m_mine.Value(item));
   }
 

@@ -12,8 +12,7 @@ namespace lum::detail {
 /// than 55 characters: no system takes names of more than 255.
 inline std::filesystem::path::string_type TemporaryBeginning(const std::filesystem::path& file) {
   constexpr std::size_t kMostOfName = 192;
-  const std::filesystem::path name =
-      file.filename().native().substr(0, std::size_t{kMostOfName});
+  const std::filesystem::path name = file.filename().native().substr(0, std::size_t{kMostOfName});
   return std::filesystem::path(".").concat(name.native()).concat(".saving-").native();
 }
 

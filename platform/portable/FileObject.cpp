@@ -145,8 +145,8 @@ bool FileObject::Save(const CString& path, const FileSaveOptions& options) {
   document.lastSave = FileSaveResult::Failed;
   return Attempt(L"write", path, document.lastError, [&](CString& reason) {
     CFileCalls calls;
-    document.lastSave = lum::detail::SaveDocument(document.content, document.origin, path, options,
-                                                  reason, calls);
+    document.lastSave =
+        lum::detail::SaveDocument(document.content, document.origin, path, options, reason, calls);
     return document.lastSave == FileSaveResult::Saved ||
            document.lastSave == FileSaveResult::Merged;
   });

@@ -6,6 +6,9 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/portable/FileNames.h"
+#include "platform/portable/SystemFile.h"
+
 namespace lum::detail {
 
 namespace {
@@ -141,6 +144,53 @@ bool ReadFile(CFileCalls& calls, const Path& path, std::size_t limit, std::strin
   }
   bytes = std::move(read);
   return true;
+}
+
+bool CTargetLock::Take(CTarget& target) {
+  switch (LockFile(m_calls, target.path, m_file)) {
+    case FileLock::Busy:
+      return false;
+    case FileLock::Unavailable:
+      return true;
+    case FileLock::Held:
+      break;
+  }
+  // Whoever held the lock before may have put another file there.
+  return m_calls.StatusOfOpen(m_file.Get(), target.status) == 0 && IsUnchanged(m_calls, target);
+}
+
+CFolder::CFolder(CFileCalls& calls, const CTarget& target)
+    : m_calls(calls), m_folder(OpenFile(calls, FolderOf(target.path), O_RDONLY | O_DIRECTORY)) {}
+
+// Not every file system can flush a folder, and a folder may be open for writing only.
+bool CFolder::Flush() const {
+  return !m_folder.IsOpen() ||
+         UntilUninterrupted([&] { return m_calls.Flush(m_folder.Get()); }) == 0 ||
+         errno == EINVAL || errno == ENOTSUP;
+}
+
+CString PlaceOf(CFileCalls& calls, const Path& path) {
+  struct stat folder = {};
+  if (calls.Status(FolderOf(path), folder) != 0) {
+    return CString();
+  }
+  return PathText(std::to_string(folder.st_dev) + ':' + std::to_string(folder.st_ino) + '/' +
+                  path.filename().native());
+}
+
+void RemoveLeftovers(CFileCalls& calls, const Path& path) {
+  for (const Path& leftover : calls.List(FolderOf(path), TemporaryBeginning(path))) {
+    CDescriptor file(calls, -1);
+    if (LockFile(calls, leftover, file) == FileLock::Held) {
+      calls.Remove(leftover);
+    }
+  }
+}
+
+CString WhyFailed() { return SystemMessage(errno); }
+
+CString WhyNotReplaced(const CTarget& target) {
+  return errno == EINVAL && target.exists ? CString(L"Not a regular file") : WhyFailed();
 }
 
 }  // namespace lum::detail

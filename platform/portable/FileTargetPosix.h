@@ -1,5 +1,5 @@
-// The file that a save is to replace: found behind symbolic links, locked, read. POSIX systems only.
-// Functions give false with the reason in errno.
+// The file that a save is to replace: found behind symbolic links, locked, read. POSIX systems
+// only. Functions give false with the reason in errno.
 #pragma once
 
 #include <sys/stat.h>
@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <string>
 
+#include "platform/FrameworkString.h"
 #include "platform/portable/FileCallsPosix.h"
 
 namespace lum::detail {
@@ -72,8 +73,46 @@ enum class FileLock {
 /// for a lock.
 FileLock LockFile(CFileCalls& calls, const std::filesystem::path& path, CDescriptor& descriptor);
 
+/// The lock on the target, held until the end of its life.
+class CTargetLock {
+ public:
+  explicit CTargetLock(CFileCalls& calls) : m_calls(calls), m_file(calls, -1) {}
+
+  /// False when another program holds it or has put another file there. True also where there are
+  /// no locks. `target` gets the status of the locked file.
+  bool Take(CTarget& target);
+
+ private:
+  CFileCalls& m_calls;
+  CDescriptor m_file;
+};
+
+/// The folder of the target.
+class CFolder {
+ public:
+  CFolder(CFileCalls& calls, const CTarget& target);
+
+  /// Makes the names in it durable, where the system can do that.
+  bool Flush() const;
+
+ private:
+  CFileCalls& m_calls;
+  CDescriptor m_folder;
+};
+
+/// See FilePlace() for a path without symbolic links.
+CString PlaceOf(CFileCalls& calls, const std::filesystem::path& path);
+
+/// Removes what savers of the file have left behind that live no more.
+void RemoveLeftovers(CFileCalls& calls, const std::filesystem::path& path);
+
 /// Reads a file to its end. False, with `bytes` untouched, also when there are more than `limit`.
 bool ReadFile(CFileCalls& calls, const std::filesystem::path& path, std::size_t limit,
               std::string& bytes);
+
+/// The reason in errno as a text.
+CString WhyFailed();
+/// The same where the target itself may be the reason.
+CString WhyNotReplaced(const CTarget& target);
 
 }  // namespace lum::detail

@@ -1,5 +1,5 @@
-// Replacing a file as a whole by what is made of it: under a lock that other savers respect, so that
-// no change is lost, and so that a crash at any moment leaves the old file or the new one.
+// Replacing a file as a whole by what is made of it: under a lock that other savers respect, so
+// that no change is lost, and so that a crash at any moment leaves the old file or the new one.
 #pragma once
 
 #include <cstddef>
@@ -26,10 +26,17 @@ class CCurrentFile {
   virtual bool Read(std::size_t limit, std::string& bytes, CString& error) const = 0;
 };
 
-/// Makes what the file shall hold. Null, with the reason in `error`, leaves the file as it is. It is
-/// called again when another program got in between.
+/// Makes what the file shall hold. Null, with the reason in `error`, leaves the file as it is. It
+/// is called again when another program got in between.
 using CMakeContent =
     std::function<std::shared_ptr<const std::string>(const CCurrentFile& file, CString& error)>;
+
+/// What a step of a save came to. After Failed, WhyFailed() tells the reason.
+enum class SaveStep {
+  Done,
+  Failed,
+  Again,  ///< Another program was there: start from the beginning.
+};
 
 enum class FileUpdateResult {
   Done,
@@ -38,11 +45,11 @@ enum class FileUpdateResult {
 };
 
 /// Follows symbolic links, locks the file, lets its content be made, writes that into a new file
-/// beside it, flushes it to disk, gives it the old one's permissions (and owner, as far as allowed),
-/// renames it over the old one and flushes the folder. Only a regular file that may be written is
-/// replaced. A new file appears whole under its name; one that another program made meanwhile is
-/// not replaced unseen. With `versions` above 0 the old file stays as version 1, see VersionPath(),
-/// and as many are kept. What killed savers of the same file left behind is removed.
+/// beside it, flushes it to disk, gives it the old one's permissions (and owner, as far as
+/// allowed), renames it over the old one and flushes the folder. Only a regular file that may be
+/// written is replaced. A new file appears whole under its name; one that another program made
+/// meanwhile is not replaced unseen. With `versions` above 0 the old file stays as version 1, see
+/// VersionPath(), and as many are kept. What killed savers of the same file left behind is removed.
 ///
 /// Waits about ten seconds for another saver. On a file system without locks there is none. Unless
 /// the result is Done, `error` says why.
@@ -50,10 +57,12 @@ FileUpdateResult UpdateFile(const CString& path, int versions, const CMakeConten
                             CString& error, CFileCalls& calls);
 
 /// Which file a path names, whatever the path's form: the folder and the name behind symbolic
-/// links. Equal for two paths of one file, whether it exists or not. Empty when that cannot be told.
+/// links. Equal for two paths of one file, whether it exists or not. Empty when that cannot be
+/// told.
 CString FilePlace(const CString& path, CFileCalls& calls);
 
-/// Where a previous version of a file stands: beside the file behind symbolic links. 1 is the newest.
+/// Where a previous version of a file stands: beside the file behind symbolic links. 1 is the
+/// newest.
 CString VersionPath(const CString& path, int version, CFileCalls& calls);
 
 }  // namespace lum::detail

@@ -36,7 +36,7 @@ bool CopyTo(CFileCalls& calls, const CTarget& target, const Path& version) {
   std::string bytes;
   CTemporaryFile copy(calls);
   if (!ReadFile(calls, target.path, bytes.max_size(), bytes) || !copy.Create(target) ||
-      !copy.Write(bytes) || !copy.TakeOver(target.status) || !copy.Flush() || !copy.Close() ||
+      !copy.Write(bytes) || !copy.TakeOver(target) || !copy.Flush() || !copy.Close() ||
       calls.Rename(copy.Name(), version) != 0) {
     return false;
   }

@@ -8,6 +8,7 @@
 #include <ctime>
 
 #include "platform/portable/FileNames.h"
+#include "platform/portable/FileVersionsPosix.h"
 
 namespace lum::detail {
 
@@ -24,6 +25,27 @@ Path TemporaryPath(const Path& target, int attempt) {
   std::snprintf(end, sizeof end, "%ld-%lld-%d", static_cast<long>(::getpid()),
                 static_cast<long long>(now.tv_nsec), attempt);
   return FolderOf(target) / (TemporaryBeginning(target) + end);
+}
+
+SaveStep RenameOver(CFileCalls& calls, CTemporaryFile& temporary, const CTarget& target,
+                    int versions) {
+  if (!KeepVersions(calls, target, versions) || calls.Rename(temporary.Name(), target.path) != 0) {
+    return SaveStep::Failed;
+  }
+  temporary.Keep();
+  return SaveStep::Done;
+}
+
+// A link is refused when the name is taken. Not every file system has links. A closed file has no
+// lock: another saver may have taken it for a dead one's.
+SaveStep Appear(CFileCalls& calls, CTemporaryFile& temporary, const CTarget& target) {
+  if (calls.Link(temporary.Name(), target.path) == 0) {
+    return SaveStep::Done;
+  }
+  if (errno == EEXIST || errno == ENOENT) {
+    return SaveStep::Again;
+  }
+  return RenameOver(calls, temporary, target, 0);
 }
 
 }  // namespace
@@ -55,8 +77,8 @@ bool CTemporaryFile::Create(const CTarget& target) {
 
 bool CTemporaryFile::Write(std::string_view bytes) {
   while (!bytes.empty()) {
-    const ssize_t count = UntilUninterrupted(
-        [&] { return m_calls.Write(m_file.Get(), bytes.data(), bytes.size()); });
+    const ssize_t count =
+        UntilUninterrupted([&] { return m_calls.Write(m_file.Get(), bytes.data(), bytes.size()); });
     if (count < 0) {
       return false;
     }
@@ -67,7 +89,11 @@ bool CTemporaryFile::Write(std::string_view bytes) {
 
 // The owner first: changing it takes some permission bits away. Only a privileged process may give
 // files away; the group alone may still be allowed.
-bool CTemporaryFile::TakeOver(const struct stat& status) {
+bool CTemporaryFile::TakeOver(const CTarget& target) {
+  if (!target.exists) {
+    return true;
+  }
+  const struct stat& status = target.status;
   if (m_calls.ChangeOwner(m_file.Get(), status.st_uid, status.st_gid) != 0) {
     m_calls.ChangeOwner(m_file.Get(), static_cast<uid_t>(-1), status.st_gid);
   }
@@ -82,8 +108,14 @@ bool CTemporaryFile::Flush() {
 bool CTemporaryFile::IsOurs() {
   struct stat status = {};
   const int locked = UntilUninterrupted([&] { return m_calls.Lock(m_file.Get()); });
-  return (locked == 0 || errno != EWOULDBLOCK) &&
-         m_calls.StatusOfOpen(m_file.Get(), status) == 0 && status.st_nlink > 0;
+  return (locked == 0 || errno != EWOULDBLOCK) && m_calls.StatusOfOpen(m_file.Get(), status) == 0 &&
+         status.st_nlink > 0;
+}
+
+SaveStep PutInPlace(CFileCalls& calls, CTemporaryFile& temporary, const CTarget& target,
+                    int versions) {
+  return target.exists ? RenameOver(calls, temporary, target, versions)
+                       : Appear(calls, temporary, target);
 }
 
 }  // namespace lum::detail

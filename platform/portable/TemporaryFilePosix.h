@@ -8,6 +8,7 @@
 
 #include "platform/portable/FileCallsPosix.h"
 #include "platform/portable/FileTargetPosix.h"
+#include "platform/portable/FileUpdate.h"
 
 namespace lum::detail {
 
@@ -22,8 +23,8 @@ class CTemporaryFile {
 
   bool Create(const CTarget& target);
   bool Write(std::string_view bytes);
-  /// Takes over owner and permissions, the owner as far as that is allowed.
-  bool TakeOver(const struct stat& status);
+  /// Takes over owner and permissions of a target that exists, the owner as far as that is allowed.
+  bool TakeOver(const CTarget& target);
   bool Flush();
   bool Close() { return m_file.Close(); }
 
@@ -38,5 +39,10 @@ class CTemporaryFile {
   std::filesystem::path m_path;
   CDescriptor m_file;
 };
+
+/// Gives the closed file the target's name, keeping that many previous versions. Again when a new
+/// target has appeared meanwhile.
+SaveStep PutInPlace(CFileCalls& calls, CTemporaryFile& temporary, const CTarget& target,
+                    int versions);
 
 }  // namespace lum::detail

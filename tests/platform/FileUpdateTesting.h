@@ -24,8 +24,8 @@ class FileUpdateTesting : public testing::Test {
     lum::detail::CFileCalls calls;
     const auto content = std::make_shared<const std::string>(bytes);
     return lum::detail::UpdateFile(
-               path, 0, [&](const lum::detail::CCurrentFile&, CString&) { return content; }, m_error,
-               calls) == lum::detail::FileUpdateResult::Done;
+               path, 0, [&](const lum::detail::CCurrentFile&, CString&) { return content; },
+               m_error, calls) == lum::detail::FileUpdateResult::Done;
   }
 
   std::string Why() const { return CStringA(m_error).GetString(); }
