@@ -29,10 +29,14 @@ bool Copy(CFileCalls& calls, const CTarget& target, CTemporaryFile& copy) {
 }
 
 // The first number from there on that no version has. 0, with the reason in errno, when that cannot
-// be told.
+// be told or a folder is in the way: that is somebody's own.
 int FirstFree(CFileCalls& calls, const Path& path, int version) {
   struct stat status = {};
   while (calls.StatusOfLink(VersionOf(path, version), status) == 0) {
+    if (S_ISDIR(status.st_mode)) {
+      errno = EISDIR;
+      return 0;
+    }
     ++version;
   }
   return errno == ENOENT ? version : 0;
