@@ -1,6 +1,8 @@
 #include "platform/portable/FileMerge.h"
 
 #include <algorithm>
+#include <string>
+#include <string_view>
 #include <vector>
 
 namespace lum::detail {
@@ -18,6 +20,20 @@ std::vector<CPoolIndex> ItemsOf(const CFileDocument& document, CPoolIndex sectio
 
 bool HasItem(const CFileDocument& document, CPoolIndex section, const CFileText& key) {
   return section != kNoIndex && document.FindItem(section, key) != kNoIndex;
+}
+
+// A value's leading blanks are in memory only until the file is read again.
+bool IsReadAlike(const CFileText& a, const CFileText& b) {
+  if (a == b) {
+    return true;
+  }
+  const std::wstring wideA = WideChars(a);
+  const std::wstring wideB = WideChars(b);
+  const auto begin = [](const std::wstring& text) {
+    return std::min(text.find_first_not_of(L" \t"), text.size());
+  };
+  return std::wstring_view(wideA).substr(begin(wideA)) ==
+         std::wstring_view(wideB).substr(begin(wideB));
 }
 
 /// One section's changes.
@@ -58,7 +74,7 @@ class CSectionMerge {
   bool IsMyChange(CPoolIndex item) const {
     const CPoolIndex before =
         m_baseSection == kNoIndex ? kNoIndex : m_base.FindItem(m_baseSection, m_mine.Key(item));
-    return before == kNoIndex || !(m_base.Value(before) == m_mine.Value(item));
+    return before == kNoIndex || !IsReadAlike(m_base.Value(before), m_mine.Value(item));
   }
 
   // From the last to the first, so that the item below a new one has its place already.

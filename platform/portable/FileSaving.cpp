@@ -37,8 +37,9 @@ class CSave {
   std::shared_ptr<const std::string> Make(const CCurrentFile& file, CString& error) {
     m_merged.reset();
     m_isConflict = false;
-    m_place = file.Place();
-    if (!Reconcile(file, error)) {
+    m_place = file.Place(error);
+    // A file that is not recognised would be replaced with all that others have changed.
+    if (m_place.IsEmpty() || !Reconcile(file, error)) {
       return nullptr;
     }
     auto bytes = std::make_shared<std::string>();
@@ -54,7 +55,7 @@ class CSave {
     if (m_options.onConflict == FileConflict::Overwrite) {
       return true;
     }
-    if (!m_place.IsEmpty() && m_place == m_origin.unreadPlace && file.Exists()) {
+    if (m_place == m_origin.unreadPlace && file.Exists()) {
       return Refuse(L"it could not be read before, so its content is not known", error);
     }
     const CKnownFile* known = FindKnown();
@@ -88,9 +89,6 @@ class CSave {
   }
 
   const CKnownFile* FindKnown() const {
-    if (m_place.IsEmpty()) {
-      return nullptr;
-    }
     for (const CKnownFile* known : {&m_origin.loaded, &m_origin.savedElsewhere}) {
       if (known->place == m_place) {
         return known;

@@ -35,6 +35,13 @@ ssize_t ReadSome(CFileCalls& calls, int descriptor, std::string& bytes) {
   return count;
 }
 
+bool AreOneFile(CFileCalls& calls, const Path& a, const Path& b) {
+  struct stat statusA = {};
+  struct stat statusB = {};
+  return calls.StatusOfLink(a, statusA) == 0 && calls.StatusOfLink(b, statusB) == 0 &&
+         statusA.st_dev == statusB.st_dev && statusA.st_ino == statusB.st_ino;
+}
+
 bool IsSameTime(const timespec& a, const timespec& b) {
   return a.tv_sec == b.tv_sec && a.tv_nsec == b.tv_nsec;
 }
@@ -73,7 +80,11 @@ Path FolderOf(const Path& file) {
 bool FollowLinks(CFileCalls& calls, Path& path) {
   for (int i = 0; i <= kMaxLinks; ++i) {
     struct stat status = {};
-    if (calls.StatusOfLink(path, status) != 0 || !S_ISLNK(status.st_mode)) {
+    if (calls.StatusOfLink(path, status) != 0) {
+      // What cannot be looked at may be a link, which must not be replaced itself.
+      return errno == ENOENT;
+    }
+    if (!S_ISLNK(status.st_mode)) {
       return true;
     }
     Path next;
@@ -146,26 +157,42 @@ bool ReadFile(CFileCalls& calls, const Path& path, std::size_t limit, std::strin
   return true;
 }
 
-bool CTargetLock::Take(CTarget& target) {
+SaveStep CTargetLock::Take(CTarget& target) {
   switch (LockFile(m_calls, target.path, m_file)) {
     case FileLock::Busy:
-      return false;
+      return SaveStep::Again;
     case FileLock::Unavailable:
-      return true;
+      return WithoutLock();
     case FileLock::Held:
       break;
   }
+  if (m_calls.StatusOfOpen(m_file.Get(), target.status) != 0) {
+    return SaveStep::Failed;
+  }
   // Whoever held the lock before may have put another file there.
-  return m_calls.StatusOfOpen(m_file.Get(), target.status) == 0 && IsUnchanged(m_calls, target);
+  return IsUnchanged(m_calls, target) ? SaveStep::Done : SaveStep::Again;
+}
+
+// A file that may be written can be opened, unless it has gone or the system is in trouble.
+SaveStep CTargetLock::WithoutLock() const {
+  if (m_file.IsOpen()) {
+    return SaveStep::Done;
+  }
+  return errno == ENOENT || errno == ELOOP ? SaveStep::Again : SaveStep::Failed;
 }
 
 CFolder::CFolder(CFileCalls& calls, const CTarget& target)
-    : m_calls(calls), m_folder(OpenFile(calls, FolderOf(target.path), O_RDONLY | O_DIRECTORY)) {}
+    : m_calls(calls),
+      m_folder(OpenFile(calls, FolderOf(target.path), O_RDONLY | O_DIRECTORY)),
+      m_error(m_folder.IsOpen() ? 0 : errno) {}
 
 // Not every file system can flush a folder, and a folder may be open for writing only.
 bool CFolder::Flush() const {
-  return !m_folder.IsOpen() ||
-         UntilUninterrupted([&] { return m_calls.Flush(m_folder.Get()); }) == 0 ||
+  if (!m_folder.IsOpen()) {
+    errno = m_error;
+    return m_error == EACCES;
+  }
+  return UntilUninterrupted([&] { return m_calls.Flush(m_folder.Get()); }) == 0 ||
          errno == EINVAL || errno == ENOTSUP;
 }
 
@@ -178,10 +205,11 @@ CString PlaceOf(CFileCalls& calls, const Path& path) {
                   path.filename().native());
 }
 
+// A second name of the file itself is locked with it, and is never needed.
 void RemoveLeftovers(CFileCalls& calls, const Path& path) {
   for (const Path& leftover : calls.List(FolderOf(path), TemporaryBeginning(path))) {
     CDescriptor file(calls, -1);
-    if (LockFile(calls, leftover, file) == FileLock::Held) {
+    if (LockFile(calls, leftover, file) == FileLock::Held || AreOneFile(calls, leftover, path)) {
       calls.Remove(leftover);
     }
   }
@@ -190,7 +218,8 @@ void RemoveLeftovers(CFileCalls& calls, const Path& path) {
 CString WhyFailed() { return SystemMessage(errno); }
 
 CString WhyNotReplaced(const CTarget& target) {
-  return errno == EINVAL && target.exists ? CString(L"Not a regular file") : WhyFailed();
+  const bool isSpecial = target.exists && WhyNotReplaceable(target.status) == EINVAL;
+  return errno == EINVAL && isSpecial ? CString(L"Not a regular file") : WhyFailed();
 }
 
 }  // namespace lum::detail

@@ -11,6 +11,7 @@
 
 #include "platform/FrameworkString.h"
 #include "platform/portable/FileCallsPosix.h"
+#include "platform/portable/FileUpdate.h"
 
 namespace lum::detail {
 
@@ -78,11 +79,13 @@ class CTargetLock {
  public:
   explicit CTargetLock(CFileCalls& calls) : m_calls(calls), m_file(calls, -1) {}
 
-  /// False when another program holds it or has put another file there. True also where there are
+  /// Again when another program holds it or has put another file there. Done also where there are
   /// no locks. `target` gets the status of the locked file.
-  bool Take(CTarget& target);
+  SaveStep Take(CTarget& target);
 
  private:
+  SaveStep WithoutLock() const;
+
   CFileCalls& m_calls;
   CDescriptor m_file;
 };
@@ -98,6 +101,7 @@ class CFolder {
  private:
   CFileCalls& m_calls;
   CDescriptor m_folder;
+  int m_error;  ///< Why it could not be opened.
 };
 
 /// See FilePlace() for a path without symbolic links.

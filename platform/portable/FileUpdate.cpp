@@ -26,7 +26,13 @@ class CTargetFile : public CCurrentFile {
  public:
   CTargetFile(CFileCalls& calls, const CTarget& target) : m_calls(calls), m_target(target) {}
 
-  CString Place() const override { return PlaceOf(m_calls, m_target.path); }
+  CString Place(CString& error) const override {
+    CString place = PlaceOf(m_calls, m_target.path);
+    if (place.IsEmpty()) {
+      error = WhyFailed();
+    }
+    return place;
+  }
 
   bool Exists() const override { return m_target.exists; }
 
@@ -76,8 +82,9 @@ class CUpdate {
     if (!FindTarget(m_calls, target)) {
       return Fail(target);
     }
-    if (target.exists && !lock.Take(target)) {
-      return SaveStep::Again;
+    const SaveStep locked = target.exists ? lock.Take(target) : SaveStep::Done;
+    if (locked != SaveStep::Done) {
+      return locked == SaveStep::Failed ? Fail(target) : locked;
     }
     const auto bytes = m_make(CTargetFile(m_calls, target), m_error);
     if (bytes == nullptr) {

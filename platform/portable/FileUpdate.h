@@ -18,8 +18,8 @@ class CCurrentFile {
  public:
   virtual ~CCurrentFile() = default;
 
-  /// See FilePlace().
-  virtual CString Place() const = 0;
+  /// See FilePlace(). When it is empty, `error` says why.
+  virtual CString Place(CString& error) const = 0;
   virtual bool Exists() const = 0;
   /// Reads the whole file. False, with `bytes` untouched, when that fails or when there are more
   /// than `limit` bytes; `error` then says why.

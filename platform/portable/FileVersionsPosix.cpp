@@ -13,8 +13,6 @@ namespace {
 
 using Path = std::filesystem::path;
 
-bool SucceedsOrIsMissing(int result) { return result == 0 || errno == ENOENT; }
-
 // True when an earlier save came as far as this and then failed or was killed.
 bool IsKeptAlready(CFileCalls& calls, const CTarget& target) {
   struct stat status = {};
@@ -22,38 +20,38 @@ bool IsKeptAlready(CFileCalls& calls, const CTarget& target) {
          status.st_dev == target.status.st_dev && status.st_ino == target.status.st_ino;
 }
 
-bool MoveVersionsUp(CFileCalls& calls, const Path& path, int count) {
-  for (int version = count - 1; version >= 1; --version) {
-    if (!SucceedsOrIsMissing(
-            calls.Rename(VersionOf(path, version), VersionOf(path, version + 1)))) {
+// Not every file system has links, and not every file may be linked to.
+bool Copy(CFileCalls& calls, const CTarget& target, CTemporaryFile& copy) {
+  std::string bytes;
+  return copy.LinkTo(target) ||
+         (ReadFile(calls, target.path, bytes.max_size(), bytes) && copy.Create(target) &&
+          copy.Write(bytes) && copy.TakeOver(target) && copy.Flush() && copy.Close());
+}
+
+// The first number from there on that no version has. 0, with the reason in errno, when that cannot
+// be told or a folder is in the way: that is somebody's own.
+int FirstFree(CFileCalls& calls, const Path& path, int version) {
+  struct stat status = {};
+  while (calls.StatusOfLink(VersionOf(path, version), status) == 0) {
+    if (S_ISDIR(status.st_mode)) {
+      errno = EISDIR;
+      return 0;
+    }
+    ++version;
+  }
+  return errno == ENOENT ? version : 0;
+}
+
+// Versions move up to the first free number only: a save that fails or is killed here leaves a free
+// number, and the next one does not move the others any further.
+bool MoveVersionsUp(CFileCalls& calls, const Path& path) {
+  const int free = FirstFree(calls, path, 1);
+  for (int version = free - 1; version >= 1; --version) {
+    if (calls.Rename(VersionOf(path, version), VersionOf(path, version + 1)) != 0) {
       return false;
     }
   }
-  return true;
-}
-
-bool CopyTo(CFileCalls& calls, const CTarget& target, const Path& version) {
-  std::string bytes;
-  CTemporaryFile copy(calls);
-  if (!ReadFile(calls, target.path, bytes.max_size(), bytes) || !copy.Create(target) ||
-      !copy.Write(bytes) || !copy.TakeOver(target) || !copy.Flush() || !copy.Close() ||
-      calls.Rename(copy.Name(), version) != 0) {
-    return false;
-  }
-  copy.Keep();
-  return true;
-}
-
-// Not every file system has links, and not every file may be linked to.
-bool AddFirst(CFileCalls& calls, const CTarget& target, const Path& version) {
-  return calls.Link(target.path, version) == 0 || CopyTo(calls, target, version);
-}
-
-bool RemoveFrom(CFileCalls& calls, const Path& path, int version) {
-  while (calls.Remove(VersionOf(path, version)) == 0) {
-    ++version;
-  }
-  return errno == ENOENT;
+  return free > 0;
 }
 
 }  // namespace
@@ -62,9 +60,21 @@ bool KeepVersions(CFileCalls& calls, const CTarget& target, int count) {
   if (count <= 0 || !target.exists || IsKeptAlready(calls, target)) {
     return true;
   }
-  // The oldest goes first: a name that is taken would stop the others.
-  return RemoveFrom(calls, target.path, count) && MoveVersionsUp(calls, target.path, count) &&
-         AddFirst(calls, target, VersionOf(target.path, 1));
+  CTemporaryFile first(calls);
+  if (!Copy(calls, target, first) || !MoveVersionsUp(calls, target.path) ||
+      calls.Rename(first.Name(), VersionOf(target.path, 1)) != 0) {
+    return false;
+  }
+  first.Keep();
+  return true;
+}
+
+// From the last to the first: whenever this ends, no version behind a free number is forgotten.
+void RemoveVersionsBeyond(CFileCalls& calls, const CTarget& target, int count) {
+  const int free = count > 0 ? FirstFree(calls, target.path, count + 1) : 0;
+  for (int version = free - 1; version > count; --version) {
+    calls.Remove(VersionOf(target.path, version));
+  }
 }
 
 }  // namespace lum::detail

@@ -27,17 +27,21 @@ Path TemporaryPath(const Path& target, int attempt) {
   return FolderOf(target) / (TemporaryBeginning(target) + end);
 }
 
+// A closed file has no lock: another saver may have taken it for a dead one's and removed it.
 SaveStep RenameOver(CFileCalls& calls, CTemporaryFile& temporary, const CTarget& target,
                     int versions) {
-  if (!KeepVersions(calls, target, versions) || calls.Rename(temporary.Name(), target.path) != 0) {
+  if (!KeepVersions(calls, target, versions)) {
     return SaveStep::Failed;
   }
+  if (calls.Rename(temporary.Name(), target.path) != 0) {
+    return errno == ENOENT ? SaveStep::Again : SaveStep::Failed;
+  }
   temporary.Keep();
+  RemoveVersionsBeyond(calls, target, versions);
   return SaveStep::Done;
 }
 
-// A link is refused when the name is taken. Not every file system has links. A closed file has no
-// lock: another saver may have taken it for a dead one's.
+// A link is refused when the name is taken. Not every file system has links.
 SaveStep Appear(CFileCalls& calls, CTemporaryFile& temporary, const CTarget& target) {
   if (calls.Link(temporary.Name(), target.path) == 0) {
     return SaveStep::Done;
@@ -52,9 +56,7 @@ SaveStep Appear(CFileCalls& calls, CTemporaryFile& temporary, const CTarget& tar
 
 CTemporaryFile::~CTemporaryFile() {
   if (!m_path.empty()) {
-    const int error = errno;
-    m_calls.Remove(m_path);
-    errno = error;
+    GiveUp(m_path);
   }
 }
 
@@ -64,22 +66,34 @@ bool CTemporaryFile::Create(const CTarget& target) {
   for (int attempt = 0; attempt < kMaxNameAttempts; ++attempt) {
     const Path path = TemporaryPath(target.path, attempt);
     m_file = OpenFile(m_calls, path, O_WRONLY | O_CREAT | O_EXCL, mode);
+    if (!m_file.IsOpen() && errno != EEXIST) {
+      break;
+    }
     if (m_file.IsOpen() && IsOurs()) {
       m_path = path;
       return true;
     }
-    if (!m_file.IsOpen() && errno != EEXIST) {
-      break;
+    if (m_file.IsOpen()) {
+      GiveUp(path);
     }
   }
   return false;
+}
+
+bool CTemporaryFile::LinkTo(const CTarget& target) {
+  const Path path = TemporaryPath(target.path, kMaxNameAttempts);
+  const bool isLinked = m_calls.Link(target.path, path) == 0;
+  m_path = isLinked ? path : Path();
+  return isLinked;
 }
 
 bool CTemporaryFile::Write(std::string_view bytes) {
   while (!bytes.empty()) {
     const ssize_t count =
         UntilUninterrupted([&] { return m_calls.Write(m_file.Get(), bytes.data(), bytes.size()); });
-    if (count < 0) {
+    if (count <= 0) {
+      // A disk that takes nothing, and says nothing, would be written to for ever.
+      errno = count < 0 ? errno : EIO;
       return false;
     }
     bytes.remove_prefix(static_cast<std::size_t>(count));
@@ -94,14 +108,29 @@ bool CTemporaryFile::TakeOver(const CTarget& target) {
     return true;
   }
   const struct stat& status = target.status;
-  if (m_calls.ChangeOwner(m_file.Get(), status.st_uid, status.st_gid) != 0) {
-    m_calls.ChangeOwner(m_file.Get(), static_cast<uid_t>(-1), status.st_gid);
+  mode_t mode = status.st_mode & 07777;
+  if (!ChangeOwner(status.st_uid, status.st_gid)) {
+    // What ran as the old owner must not run as the new one.
+    mode &= ~static_cast<mode_t>(S_ISUID);
+    if (!ChangeOwner(static_cast<uid_t>(-1), status.st_gid)) {
+      mode &= ~static_cast<mode_t>(S_ISGID);
+    }
   }
-  return m_calls.ChangeMode(m_file.Get(), status.st_mode & 07777) == 0;
+  return UntilUninterrupted([&] { return m_calls.ChangeMode(m_file.Get(), mode); }) == 0;
+}
+
+bool CTemporaryFile::ChangeOwner(uid_t user, gid_t group) {
+  return UntilUninterrupted([&] { return m_calls.ChangeOwner(m_file.Get(), user, group); }) == 0;
 }
 
 bool CTemporaryFile::Flush() {
   return UntilUninterrupted([&] { return m_calls.Flush(m_file.Get()); }) == 0;
+}
+
+void CTemporaryFile::GiveUp(const Path& path) {
+  const int error = errno;
+  m_calls.Remove(path);
+  errno = error;
 }
 
 // Before it was locked, another saver may have taken the file for a dead one's and removed it.

@@ -22,6 +22,8 @@ class CTemporaryFile {
   ~CTemporaryFile();
 
   bool Create(const CTarget& target);
+  /// Makes it another name of the target instead.
+  bool LinkTo(const CTarget& target);
   bool Write(std::string_view bytes);
   /// Takes over owner and permissions of a target that exists, the owner as far as that is allowed.
   bool TakeOver(const CTarget& target);
@@ -34,6 +36,8 @@ class CTemporaryFile {
 
  private:
   bool IsOurs();
+  bool ChangeOwner(uid_t user, gid_t group);
+  void GiveUp(const std::filesystem::path& path);
 
   CFileCalls& m_calls;
   std::filesystem::path m_path;
