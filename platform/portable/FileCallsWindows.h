@@ -1,5 +1,5 @@
-// The calls to the system through which a file is saved, in one place, so that tests can let each of
-// them fail. Windows only.
+// The calls to the system through which a file is saved, in one place, so that tests can let each
+// of them fail. Windows only.
 #pragma once
 
 #include <cstddef>
@@ -11,8 +11,8 @@
 
 namespace lum::detail {
 
-/// Every call is the system's of the same purpose: false (an invalid handle, an empty list) with the
-/// reason in GetLastError() when it fails.
+/// Every call is the system's of the same purpose: false (an invalid handle, an empty list) with
+/// the reason in GetLastError() when it fails.
 class CFileCalls {
  public:
   using Path = std::filesystem::path;

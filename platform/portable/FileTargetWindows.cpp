@@ -29,6 +29,16 @@ bool ReadStatus(CFileCalls& calls, const Path& path, BY_HANDLE_FILE_INFORMATION&
   return file.IsOpen() && calls.Information(file.Get(), status);
 }
 
+// Takes the lock where the file system has locks.
+bool IsLockedByOther(CFileCalls& calls, const CFileHandle& file) {
+  return !calls.Lock(file.Get()) && ::GetLastError() == ERROR_LOCK_VIOLATION;
+}
+
+// Another saver may have given the file its other name this moment.
+SaveStep AgainIfGone() {
+  return ::GetLastError() == ERROR_FILE_NOT_FOUND ? SaveStep::Again : SaveStep::Failed;
+}
+
 bool IsSameTime(const FILETIME& a, const FILETIME& b) {
   return a.dwLowDateTime == b.dwLowDateTime && a.dwHighDateTime == b.dwHighDateTime;
 }
@@ -70,16 +80,39 @@ bool FollowLinks(CFileCalls& calls, Path& path) {
   return file.IsOpen() && calls.FinalPath(file.Get(), path);
 }
 
-bool FindTarget(CFileCalls& calls, CTarget& target) {
+SaveStep FindTarget(CFileCalls& calls, CTarget& target) {
   const DWORD attributes = calls.Attributes(target.path);
   target.exists = attributes != INVALID_FILE_ATTRIBUTES;
   if (!target.exists) {
-    return ::GetLastError() == ERROR_FILE_NOT_FOUND && target.path.has_filename();
+    return ::GetLastError() == ERROR_FILE_NOT_FOUND && target.path.has_filename()
+               ? FinishReplacing(calls, target.path)
+               : SaveStep::Failed;
   }
   if ((attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY)) != 0) {
-    return Fail(ERROR_ACCESS_DENIED);
+    ::SetLastError(ERROR_ACCESS_DENIED);
+    return SaveStep::Failed;
   }
-  return FollowLinks(calls, target.path) && ReadStatus(calls, target.path, target.status);
+  return FollowLinks(calls, target.path) && ReadStatus(calls, target.path, target.status)
+             ? SaveStep::Done
+             : AgainIfGone();
+}
+
+SaveStep FinishReplacing(CFileCalls& calls, const Path& path) {
+  if (calls.Attributes(path) != INVALID_FILE_ATTRIBUTES ||
+      ::GetLastError() != ERROR_FILE_NOT_FOUND) {
+    return SaveStep::Done;
+  }
+  for (const Path& leftover : calls.List(path.parent_path(), TemporaryBeginning(path))) {
+    if (!IsReplaced(leftover)) {
+      continue;
+    }
+    const CFileHandle file = OpenThere(calls, leftover, GENERIC_READ);
+    if (file.IsOpen() && !IsLockedByOther(calls, file)) {
+      calls.Move(leftover, path, MOVEFILE_WRITE_THROUGH);
+    }
+    return SaveStep::Again;
+  }
+  return SaveStep::Done;
 }
 
 bool IsUnchanged(CFileCalls& calls, const CTarget& target) {
@@ -91,17 +124,19 @@ bool IsUnchanged(CFileCalls& calls, const CTarget& target) {
 }
 
 // A file that others have open for themselves cannot be locked; replacing it tells them then.
-bool CTargetLock::Take(CTarget& target) {
+SaveStep CTargetLock::Take(CTarget& target) {
   m_file = OpenThere(m_calls, target.path, GENERIC_READ);
   if (!m_file.IsOpen()) {
-    return true;
+    return MayPass(::GetLastError()) ? SaveStep::Done : AgainIfGone();
   }
-  if (!m_calls.Lock(m_file.Get())) {
-    const DWORD error = ::GetLastError();
-    return error != ERROR_LOCK_VIOLATION && error != ERROR_IO_PENDING;
+  if (IsLockedByOther(m_calls, m_file)) {
+    return SaveStep::Again;
+  }
+  if (!m_calls.Information(m_file.Get(), target.status)) {
+    return SaveStep::Failed;
   }
   // Whoever held the lock before may have put another file there.
-  return m_calls.Information(m_file.Get(), target.status) && IsUnchanged(m_calls, target);
+  return IsUnchanged(m_calls, target) ? SaveStep::Done : SaveStep::Again;
 }
 
 // The move itself may be on disk already: a file that cannot be opened now is none the worse.
@@ -127,7 +162,10 @@ CString PlaceOf(CFileCalls& calls, const Path& path) {
 
 void RemoveLeftovers(CFileCalls& calls, const Path& path) {
   for (const Path& leftover : calls.List(path.parent_path(), TemporaryBeginning(path))) {
-    calls.Remove(leftover);
+    const CFileHandle file = OpenThere(calls, leftover, GENERIC_READ);
+    if (file.IsOpen() && !IsLockedByOther(calls, file)) {
+      calls.Remove(leftover);
+    }
   }
 }
 

@@ -8,6 +8,7 @@
 
 #include "platform/FrameworkString.h"
 #include "platform/portable/FileCallsWindows.h"
+#include "platform/portable/FileUpdate.h"
 
 namespace lum::detail {
 
@@ -39,8 +40,14 @@ struct CTarget {
   BY_HANDLE_FILE_INFORMATION status = {};
 };
 
-/// Fills in a target whose path is given. False also when it may not be replaced.
-bool FindTarget(CFileCalls& calls, CTarget& target);
+/// Fills in a target whose path is given. Fails also when it may not be replaced; Again when
+/// another saver is at work there.
+SaveStep FindTarget(CFileCalls& calls, CTarget& target);
+
+/// Replacing gives the old file another name first, and then the new one the target's. A saver that
+/// was killed in between leaves none under that name: gives the old file its name back. Again when
+/// it did, and when the saver is still at work. Done when there is nothing to do.
+SaveStep FinishReplacing(CFileCalls& calls, const std::filesystem::path& path);
 
 /// True while the target is the very file that was found, with the content that it had then.
 bool IsUnchanged(CFileCalls& calls, const CTarget& target);
@@ -48,12 +55,11 @@ bool IsUnchanged(CFileCalls& calls, const CTarget& target);
 /// The lock on the target, held until it is released or the end of its life.
 class CTargetLock {
  public:
-  explicit CTargetLock(CFileCalls& calls)
-      : m_calls(calls), m_file(calls, INVALID_HANDLE_VALUE) {}
+  explicit CTargetLock(CFileCalls& calls) : m_calls(calls), m_file(calls, INVALID_HANDLE_VALUE) {}
 
-  /// False when another program holds it or has put another file there. True also where there are
-  /// no locks.
-  bool Take(CTarget& target);
+  /// Again when another program holds it or has put another file there. Done also where there are
+  /// no locks. `target` gets the status of the locked file.
+  SaveStep Take(CTarget& target);
 
  private:
   CFileCalls& m_calls;

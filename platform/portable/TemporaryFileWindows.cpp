@@ -17,15 +17,12 @@ constexpr int kMaxNameAttempts = 100;
 Path TemporaryPath(const Path& target, int attempt) {
   LARGE_INTEGER now = {};
   ::QueryPerformanceCounter(&now);
-  const std::wstring name = TemporaryBeginning(target) +
-                            std::to_wstring(::GetCurrentProcessId()) + L'-' +
-                            std::to_wstring(now.QuadPart) + L'-' + std::to_wstring(attempt);
+  const std::wstring name = TemporaryBeginning(target) + std::to_wstring(::GetCurrentProcessId()) +
+                            L'-' + std::to_wstring(now.QuadPart) + L'-' + std::to_wstring(attempt);
   return target.parent_path() / name;
 }
 
-bool SucceedsOrIsMissing(bool result) {
-  return result || ::GetLastError() == ERROR_FILE_NOT_FOUND;
-}
+bool SucceedsOrIsMissing(bool result) { return result || ::GetLastError() == ERROR_FILE_NOT_FOUND; }
 
 bool RemoveFrom(CFileCalls& calls, const Path& path, int version) {
   while (calls.Remove(VersionOf(path, version))) {
@@ -74,22 +71,23 @@ bool MoveOver(CFileCalls& calls, const Path& source, const Path& target, const P
 }
 
 // Without a name for the old file the system would choose one itself, and not everywhere delete the
-// file again.
+// file again. It becomes version 1 when it has been replaced: until then it must be found by its
+// name, see FinishReplacing.
 SaveStep ReplaceTarget(CFileCalls& calls, CTemporaryFile& temporary, const CTarget& target,
                        int versions) {
   const bool keepsOld = versions > 0;
   if (keepsOld && !MoveVersionsUp(calls, target.path, versions)) {
     return SaveStep::Failed;
   }
-  const Path backup = keepsOld ? VersionOf(target.path, 1) : Path(temporary.Name()).concat(L"-old");
-  if (!RetryWhileBusy([&] {
-        return MoveOver(calls, temporary.Name(), target.path, backup, keepsOld);
-      }, [&](DWORD pause) { calls.Pause(static_cast<int>(pause)); })) {
-    return SaveStep::Failed;
+  const Path replaced = ReplacedName(temporary.Name());
+  if (!RetryWhileBusy(
+          [&] { return MoveOver(calls, temporary.Name(), target.path, replaced, keepsOld); },
+          [&](DWORD pause) { calls.Pause(static_cast<int>(pause)); })) {
+    return ::GetLastError() == ERROR_FILE_NOT_FOUND ? SaveStep::Again : SaveStep::Failed;
   }
   temporary.Keep();
-  if (!keepsOld) {
-    calls.Remove(backup);
+  if (!keepsOld || !calls.Move(replaced, VersionOf(target.path, 1), MOVEFILE_REPLACE_EXISTING)) {
+    calls.Remove(replaced);
   }
   return SaveStep::Done;
 }

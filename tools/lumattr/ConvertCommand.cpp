@@ -72,9 +72,8 @@ void AddConvertCommand(CLI::App& app, ToolContext& context) {
   command->add_flag("--force", options->force, "Convert even when something is reported");
   AddSaveOptions(*command, options->saving);
   command->footer(kFooter);
-  command->callback([options, &context] {
-    UntilSaved([&] { return Convert(*options, context); });
-  });
+  command->callback(
+      [options, &context] { UntilSaved([&] { return Convert(*options, context); }); });
 }
 
 }  // namespace lum::tool

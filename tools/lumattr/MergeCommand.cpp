@@ -94,16 +94,16 @@ class CMergeRun {
     }
     if (!result.leftOut.empty()) {
       Warn("section " + Quoted(section) +
-                     ": left out, not in BASE (see --add): " + FirstOf(result.leftOut));
+           ": left out, not in BASE (see --add): " + FirstOf(result.leftOut));
     }
     if (result.kept > 0) {
       Warn("section " + Quoted(section) +
-                     ": protected values kept: " + std::to_string(result.kept));
+           ": protected values kept: " + std::to_string(result.kept));
     }
     if (!result.blocked.empty()) {
       Warn("section " + Quoted(section) +
-                     ": not merged, BASE uses the key for an item that is no readable attribute: " +
-                     FirstOf(result.blocked));
+           ": not merged, BASE uses the key for an item that is no readable attribute: " +
+           FirstOf(result.blocked));
       m_exitCode = kExitFinding;
     }
   }
@@ -152,9 +152,8 @@ void AddMergeCommand(CLI::App& app, ToolContext& context) {
                     "Keep values with keep-value-strict, too, on the first level");
   AddSaveOptions(*command, options->saving);
   command->footer(kFooter);
-  command->callback([options, &context] {
-    UntilSaved([&] { return CMergeRun(*options, context).Run(); });
-  });
+  command->callback(
+      [options, &context] { UntilSaved([&] { return CMergeRun(*options, context).Run(); }); });
 }
 
 }  // namespace lum::tool

@@ -155,9 +155,8 @@ void PrintText(const RestoreOptions& options, const std::vector<VersionInfo>& in
 FileVersion RequireVersion(const RestoreOptions& options,
                            const std::vector<FileVersion>& versions) {
   const auto found =
-      std::find_if(versions.begin(), versions.end(), [&](const FileVersion& version) {
-        return version.number == options.version;
-      });
+      std::find_if(versions.begin(), versions.end(),
+                   [&](const FileVersion& version) { return version.number == options.version; });
   if (found != versions.end()) {
     return *found;
   }

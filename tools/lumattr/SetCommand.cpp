@@ -66,9 +66,7 @@ void AddSetCommand(CLI::App& app, ToolContext& context) {
   command->add_flag("--create", options->create, "Make the attribute when it is missing");
   AddSaveOptions(*command, options->saving);
   command->footer(kFooter);
-  command->callback([options, &context] {
-    UntilSaved([&] { return Edit(*options, context); });
-  });
+  command->callback([options, &context] { UntilSaved([&] { return Edit(*options, context); }); });
 }
 
 }  // namespace lum::tool

@@ -39,9 +39,7 @@ void AddUnsetCommand(CLI::App& app, ToolContext& context) {
   AddAttributeArguments(*command, options->attribute);
   AddSaveOptions(*command, options->saving);
   command->footer(kFooter);
-  command->callback([options, &context] {
-    UntilSaved([&] { return Edit(*options, context); });
-  });
+  command->callback([options, &context] { UntilSaved([&] { return Edit(*options, context); }); });
 }
 
 }  // namespace lum::tool
