@@ -66,9 +66,17 @@ bool ComesBack(const CAttributeMap& map) {
   return true;
 }
 
+/// Saving takes the version from the value as the free-form kind reads numbers ("2x" is 2), loading
+/// reads the item strictly.
+bool HasPlainVersion(const CAttributeMap& map) {
+  CString text = L"1";
+  map.Find(L"AttrVersion").Value().GetValueStr(text);
+  return text == L"1" || text == L"2";
+}
+
 void CheckSavedAgain(const CAttributeMap& map) {
   FileObject file;
-  if (!SaveAttributes(map, file, L"S") || !ComesBack(map)) {
+  if (!SaveAttributes(map, file, L"S") || !ComesBack(map) || !HasPlainVersion(map)) {
     return;
   }
   CAttributeMap loaded;

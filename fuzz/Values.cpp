@@ -2,6 +2,8 @@
 // changes nothing, and assignment gives what the accessors of the two kinds give.
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <cwchar>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -51,6 +53,24 @@ void CheckText(CLumType& value, const lum::test::Kind& kind, const CString& text
   const Value again = kind.make(1);
   EXPECT_TRUE(SetText(*again, read.text, read.bytes));
   EXPECT_EQ(CSeen(*again), read);
+}
+
+// ---- The free-form kind
+
+template <typename T>
+void ExpectScan(const CLumType& value, const CString& text, const wchar_t* format) {
+  T expected = 77;
+  T found = 77;
+  const bool isRead = std::swscanf(text.GetString(), format, &expected) == 1;
+  EXPECT_EQ(value.Get(found), isRead) << testing::PrintToString(text);
+  EXPECT_EQ(found, expected) << testing::PrintToString(text);
+}
+
+void CheckScans(const CString& text) {
+  const CLumAnything value(text);
+  ExpectScan<int>(value, text, L"%d");
+  ExpectScan<unsigned int>(value, text, L"%u");
+  ExpectScan<std::uint64_t>(value, text, L"%lu");
 }
 
 // ---- Typed access
@@ -130,7 +150,7 @@ void CheckAssignment(const CLumType& source, const CLumType& target) {
   EXPECT_EQ(CSeen(*assigned), before);
 }
 
-/// What a value gives it takes back unchanged; the free-form kind writes numbers its own way.
+/// What a value gives it takes back unchanged.
 void CheckOwnAccess(const CLumType& value) {
   const Value copy(value.MakeCopy());
   AssignmentOf(value)(value, *copy);
@@ -189,5 +209,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   CheckOwnAccess(*source);
   CheckArithmetic(*source, *target);
   CheckFactory(sourceKind.type, lum::fuzz::ToWide(second));
+  CheckScans(lum::fuzz::ToWide(second));
   return 0;
 }
