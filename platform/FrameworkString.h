@@ -228,8 +228,8 @@ class LUM_PLATFORM_API LumFrameworkString {
   friend bool operator==(const LumFrameworkString& a, const Ch* b) noexcept {
     return a.Compare(b) == 0;
   }
-  /// Without these the standard library's pairs and lists would compare addresses, to which a string
-  /// converts.
+  /// Without these the standard library's pairs and lists would compare addresses, to which a
+  /// string converts.
   friend std::strong_ordering operator<=>(const LumFrameworkString& a,
                                           const LumFrameworkString& b) noexcept {
     return a.Compare(b) <=> 0;
