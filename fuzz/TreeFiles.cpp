@@ -49,12 +49,16 @@ bool IsSmall(const std::vector<CString>& lines) {
 // ---- Back and forth
 
 /// Whether the item format can carry the node: "OrderInfo" alone is stored without flags, but every
-/// key that ends so is read without them; transient nodes are not stored.
+/// key that ends so is read without them; transient nodes and texts with a line break are not
+/// stored.
 bool ComesBack(const CAttributeMap& parent, int pos) {
   const CAttributeMap& node = parent[pos];
   const bool readAsOrderInfo = node.Mnemonic().Right(9) == L"OrderInfo";
   const bool isPlain = node.Mnemonic() == L"OrderInfo" && parent.RetrieveIndex(pos) == 0;
-  return (!readAsOrderInfo || isPlain) && (node.Flags() & CAttributeRec::FLAG_TRANSIENT) == 0;
+  CString text;
+  node.Value().GetValueStr(text);
+  return (!readAsOrderInfo || isPlain) && text.FindOneOf(L"\r\n") < 0 &&
+         (node.Flags() & CAttributeRec::FLAG_TRANSIENT) == 0;
 }
 
 bool ComesBack(const CAttributeMap& map) {
