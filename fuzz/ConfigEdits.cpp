@@ -7,11 +7,11 @@ namespace {
 
 class CRounds : public CFileObjectRounds {
  public:
-  void Run(lum::fuzz::CFuzzInput& in) {
-    m_next = [&in] { return in.Byte(); };
-    StartRound(static_cast<int>(in.Byte()));
+  void Run(lum::fuzz::CChoices choices) {
+    m_next = choices;
+    StartRound(Random(10));
     CompareAll();
-    for (int step = 0; step < 60 && !in.IsEmpty(); ++step) {
+    for (int steps = Random(60); steps > 0; --steps) {
       DoSomething();
       CompareAll();
     }
@@ -26,7 +26,6 @@ class CRounds : public CFileObjectRounds {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static CRounds rounds;
-  lum::fuzz::CFuzzInput in(data, size);
-  rounds.Run(in);
+  rounds.Run({data, size});
   return 0;
 }

@@ -6,6 +6,8 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <numeric>
+#include <random>
 #include <string_view>
 
 #include "platform/Framework.h"
@@ -60,6 +62,23 @@ class CFuzzInput {
 
  private:
   std::string_view m_rest;
+};
+
+/// Choices for what makes many of them: the bytes of the input, then random numbers that depend on
+/// all of it, so that a short input goes a long way and is still the same each time.
+class CChoices {
+ public:
+  CChoices(const std::uint8_t* data, std::size_t size)
+      : m_in(data, size),
+        m_random(std::accumulate(data, data + size, 17u, [](unsigned int sum, unsigned int byte) {
+          return sum * 31 + byte;
+        })) {}
+
+  std::uint_fast32_t operator()() { return m_in.IsEmpty() ? m_random() : m_in.Byte(); }
+
+ private:
+  CFuzzInput m_in;
+  std::mt19937 m_random;
 };
 
 inline CStringA ToBytes(std::string_view bytes) {

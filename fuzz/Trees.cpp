@@ -7,7 +7,7 @@
 
 namespace {
 
-void Step(CSideBySide& trees, std::size_t choice) {
+void Step(CSideBySide& trees, int choice) {
   switch (choice) {
     case 0:
       return trees.Merge();
@@ -47,14 +47,15 @@ void CheckPair(const CAttributeMap& first, const CAttributeMap& second) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  lum::fuzz::CFuzzInput in(data, size);
-  CRandomTrees random([&in] { return in.Byte(); });
+  lum::fuzz::CChoices choices(data, size);
+  CRandomTrees random([&choices] { return choices(); });
+  const int steps = random.Below(48);
   const CNaiveNode first = random.Tree(random.Below(24));
   const CNaiveNode second = random.Tree(random.Below(24));
   CheckPair(ToMap(first), ToMap(second));
   CSideBySide trees(random);
-  for (int step = 0; step < 100 && !in.IsEmpty(); ++step) {
-    Step(trees, in.Below(8));
+  for (int step = 0; step < steps; ++step) {
+    Step(trees, random.Below(8));
     trees.ExpectEqual();
   }
   return 0;
