@@ -1,7 +1,7 @@
 # A thin face over CMake, its presets and the scripts: see README.md.
 
 .DEFAULT_GOAL := check
-.PHONY: demo check check-windows package bench bench-short counts bench-programs format clean configure
+.PHONY: demo check check-windows fuzz package bench bench-short counts bench-programs format clean configure
 
 BUILD := cmake --build --preset release
 BENCHMARKS := $(addprefix build/release/benchmarks/lum_bench_,texts decoders trees memory loading)
@@ -28,6 +28,12 @@ check-windows:
 	@ctest --preset windows
 	@tr -d '\r' <build/windows/Testing/Temporary/LastTest.log | \
 		sed -n -e '/: Skipped$$/{n;s/^/skipped: /p;}' -e '/^skipped: /p' | sort | uniq -c
+
+# Lets every fuzzer run for so many seconds; docs/fuzzing.md.
+SECONDS := 20
+fuzz:
+	@scripts/bootstrap build ci
+	@scripts/fuzz --seconds $(SECONDS)
 
 # Makes Debian packages and an archive for Windows in build/package, of what the checks built.
 package:

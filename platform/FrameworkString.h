@@ -7,6 +7,7 @@
 #pragma once
 
 #include <atomic>
+#include <compare>
 #include <cstdarg>
 #include <cstddef>
 #include <cstdint>
@@ -226,6 +227,15 @@ class LUM_PLATFORM_API LumFrameworkString {
   }
   friend bool operator==(const LumFrameworkString& a, const Ch* b) noexcept {
     return a.Compare(b) == 0;
+  }
+  /// Without these the standard library's pairs and lists would compare addresses, to which a
+  /// string converts.
+  friend std::strong_ordering operator<=>(const LumFrameworkString& a,
+                                          const LumFrameworkString& b) noexcept {
+    return a.Compare(b) <=> 0;
+  }
+  friend std::strong_ordering operator<=>(const LumFrameworkString& a, const Ch* b) noexcept {
+    return a.Compare(b) <=> 0;
   }
   friend bool operator<(const LumFrameworkString& a, const LumFrameworkString& b) noexcept {
     return a.Compare(b) < 0;

@@ -1,30 +1,47 @@
 // Saving and loading of the naive tree.
+#include <cwchar>
+
 #include "definitions/AttribDefMap.h"
 #include "tests/attributes/NaiveTree.h"
 
 namespace {
 
-struct CNaiveItem {
-  CString key;
-  CString text;
-  unsigned int flags = 0;
-};
-
-/// Reads the digits a text begins with; the random tests write no other numbers.
-bool ReadNumber(const CString& text, unsigned int base, unsigned int& number) {
-  number = 0;
-  int count = 0;
-  for (; count < text.GetLength(); ++count) {
-    const int digit = HexVal(text[count]);
-    if (digit < 0 || static_cast<unsigned int>(digit) >= base) {
-      break;
-    }
-    number = number * base + static_cast<unsigned int>(digit);
-  }
-  return count != 0;
+/// Reads a number as the C runtime does.
+bool ReadNumber(const CString& text, const wchar_t* format, unsigned int& number) {
+  return std::swscanf(text.GetString(), format, &number) == 1;
 }
 
-bool ReadItem(CString key, const CString& value, int version, CNaiveItem& item) {
+int SectionVersion(const FileObject& file, const CString& section) {
+  CString value;
+  if (!file.GetItem(section, L"AttrVersion", value)) {
+    return 1;
+  }
+  int version = 0;
+  const CLumString fields(value, L',', true, false);
+  return fields.GetItem(1, version) ? version : 0;
+}
+
+/// Takes a line of a file apart; false when it is no item.
+bool SplitLine(CString line, CString& key, CString& value) {
+  if (line.Left(1) == L";") {
+    return false;
+  }
+  const int comment = line.Find(L"//");
+  if (comment >= 0) {
+    line = line.Left(comment);
+  }
+  const int equals = line.TrimRight().Find(L'=');
+  if (equals < 0) {
+    return false;
+  }
+  key = line.Left(equals).TrimRight();
+  value = line.Mid(equals + 1).TrimLeft();
+  return true;
+}
+
+}  // namespace
+
+bool NaiveReadItem(CString key, const CString& value, int version, CNaiveItem& item) {
   if (version == 1) {
     if (key.Left(3) != L"@tr") {
       return false;
@@ -46,23 +63,10 @@ bool ReadItem(CString key, const CString& value, int version, CNaiveItem& item) 
   const CString field = value.Left(comma);
   item.text = value.Mid(comma + 1);
   item.text.TrimLeft();
-  if (field.GetLength() > 1 && (field.Left(2) == L"0x" || field.Left(2) == L"0X")) {
-    return ReadNumber(field.Mid(2), 16, item.flags);
-  }
-  return ReadNumber(field, 10, item.flags);
+  const bool isHexadecimal = field.Left(2) == L"0x" || field.Left(2) == L"0X";
+  return isHexadecimal ? ReadNumber(field.Mid(2), L"%x", item.flags)
+                       : ReadNumber(field, L"%u", item.flags);
 }
-
-int SectionVersion(const FileObject& file, const CString& section) {
-  CString value;
-  if (!file.GetItem(section, L"AttrVersion", value)) {
-    return 1;
-  }
-  int version = 0;
-  const CLumString fields(value, L',', true, false);
-  return fields.GetItem(1, version) ? version : 0;
-}
-
-}  // namespace
 
 bool NaiveSaveWithKey(const CNaiveNode& map, FileObject& file, const CString& section,
                       const CString& prefix) {
@@ -149,7 +153,7 @@ bool NaiveLoad(CNaiveNode& map, const FileObject& file, const CString& section, 
   for (bool more = file.GetFirstMapEntry(walk, section, key, value); more;
        more = file.GetNextMapEntry(walk, key, value)) {
     CNaiveItem item;
-    if (ReadItem(key, value, version, item)) {
+    if (NaiveReadItem(key, value, version, item)) {
       NaiveInsert(map, item.key, item.text, item.flags);
     }
   }
@@ -168,7 +172,34 @@ bool NaiveLoadWithKey(CNaiveNode& map, const FileObject& file, const CString& se
        more = file.GetNextMapEntry(walk, key, value)) {
     CNaiveItem item;
     if (key.Left(prefix.GetLength()) == prefix &&
-        ReadItem(key.Mid(prefix.GetLength()), value, 2, item)) {
+        NaiveReadItem(key.Mid(prefix.GetLength()), value, 2, item)) {
+      NaiveInsert(map, item.key, item.text, item.flags);
+    }
+  }
+  return true;
+}
+
+bool NaiveLoadOrdered(CNaiveNode& map, const std::vector<CString>& lines, const CString& section,
+                      bool skipMarked) {
+  map.children.clear();
+  const CString header = L"[" + section + L"]";
+  std::size_t i = 0;
+  while (i < lines.size() && lines[i].Left(header.GetLength()) != header) {
+    ++i;
+  }
+  if (i == lines.size()) {
+    return false;
+  }
+  int version = 1;
+  for (++i; i < lines.size() && lines[i].Left(1) != L"["; ++i) {
+    CString key;
+    CString value;
+    CNaiveItem item;
+    if (!SplitLine(lines[i], key, value)) {
+      continue;
+    }
+    version = key == L"AttrVersion" ? 2 : version;
+    if (NaiveReadItem(key, value, version, item) && !(skipMarked && (item.flags & 0x80) != 0)) {
       NaiveInsert(map, item.key, item.text, item.flags);
     }
   }

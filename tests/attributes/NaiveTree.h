@@ -54,7 +54,16 @@ CAttributeMap ToMap(const CNaiveNode& node);
 bool NaiveSaveWithKey(const CNaiveNode& map, FileObject& file, const CString& section,
                       const CString& prefix);
 bool NaiveSave(const CNaiveNode& map, FileObject& file, const CString& section);
+struct CNaiveItem {
+  CString key;
+  CString text;
+  unsigned int flags = 0;
+};
+bool NaiveReadItem(CString key, const CString& value, int version, CNaiveItem& item);
 bool NaiveInsert(CNaiveNode& map, const CString& key, const CString& text, unsigned int flags);
 bool NaiveLoad(CNaiveNode& map, const FileObject& file, const CString& section, bool merge);
 bool NaiveLoadWithKey(CNaiveNode& map, const FileObject& file, const CString& section,
                       const CString& prefix, bool merge);
+/// The lines are those of the whole file.
+bool NaiveLoadOrdered(CNaiveNode& map, const std::vector<CString>& lines, const CString& section,
+                      bool skipMarked);

@@ -1,16 +1,23 @@
 // Random names, values and trees for the random tests. Seeds are fixed, so every run is the same.
 #pragma once
 
+#include <cstdint>
+#include <functional>
 #include <random>
+#include <utility>
 
 #include "tests/attributes/NaiveTree.h"
 
 class CRandomTrees {
  public:
-  explicit CRandomTrees(unsigned int seed) : m_random(seed) {}
+  /// Where the choices come from: any numbers, one after another.
+  using Source = std::function<std::uint_fast32_t()>;
+
+  explicit CRandomTrees(unsigned int seed) : m_next(std::mt19937(seed)) {}
+  explicit CRandomTrees(Source next) : m_next(std::move(next)) {}
 
   /// 0 to count - 1.
-  int Below(int count) { return static_cast<int>(m_random() % static_cast<unsigned int>(count)); }
+  int Below(int count) { return static_cast<int>(m_next() % static_cast<unsigned int>(count)); }
   bool OneIn(int count) { return Below(count) == 0; }
 
   CString Name() {
@@ -69,8 +76,6 @@ class CRandomTrees {
     return *node;
   }
 
-  std::mt19937& Engine() { return m_random; }
-
  private:
-  std::mt19937 m_random;
+  Source m_next;
 };

@@ -297,6 +297,22 @@ TEST(FrameworkString, ComparesOrdinally) {
   EXPECT_TRUE(L"a" != CString(L"b"));
 }
 
+// The standard library's pairs and lists compare by "<=>", which without one of ours compares the
+// addresses of the characters.
+TEST(FrameworkString, PairsAndListsOfStringsDidNotCompareTheirAddresses) {
+  const CString a(L"same", 4);
+  const CString b(L"same", 4);
+  ASSERT_NE(a.GetString(), b.GetString());
+  EXPECT_LT(std::make_pair(a, 1), std::make_pair(b, 2));
+  EXPECT_LT(std::make_pair(b, 1), std::make_pair(a, 2));
+  EXPECT_FALSE(std::vector{a} < std::vector{b});
+  EXPECT_FALSE(std::vector{b} < std::vector{a});
+  const CStringA first("a", 1);
+  const CStringA second("b", 1);
+  EXPECT_TRUE(first <=> second < 0 && second <=> first > 0);
+  EXPECT_TRUE(first <=> "a" == 0 && "b" <=> first > 0);
+}
+
 TEST(FrameworkString, ComparesTheWholeTextAcrossNuls) {
   const CString a(L"a\0b", 3);
   const CString b(L"a\0c", 3);
