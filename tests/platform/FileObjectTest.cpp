@@ -341,6 +341,14 @@ TEST_F(FileObjectTest, PutsTheFirstItemWithoutSectionBelowTheLeadingComment) {
   EXPECT_EQ(Saved(file), "; top\na=1\n\n; about A\n[A]\nb=2\n");
 }
 
+TEST_F(FileObjectTest, TakesASlashForAKeyButNotTwo) {
+  FileObject file;
+  EXPECT_TRUE(file.SetItem(L"S", L"/", L"1", true));
+  EXPECT_TRUE(file.SetItem(L"S", L"/a", L"2", true));
+  EXPECT_FALSE(file.SetItem(L"S", L"//", L"3", true));
+  EXPECT_EQ(Items(file, L"S"), "/=1 /a=2 ");
+}
+
 TEST_F(FileObjectTest, HasTheEmptyNameWhereAnEmptyHeaderStands) {
   EXPECT_TRUE(Loaded("[A]\n[]\n").HasSection(L""));
   EXPECT_FALSE(Loaded("[A]\n").HasSection(L""));

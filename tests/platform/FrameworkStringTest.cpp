@@ -54,6 +54,12 @@ TEST(FrameworkString, BorrowedTextIsCopiedWhenItIsAppendedToAnEmptyOne) {
   EXPECT_NE(text.GetString(), kBorrowed.GetString());
 }
 
+TEST(FrameworkString, BorrowedTextThatIsAppendedToKeepsItsCharacters) {
+  static constinit CString text = L"abc";
+  text.Append(CString(L"d"));
+  EXPECT_EQ(text, L"abcd");
+}
+
 TEST(FrameworkString, BorrowedTextIsCopiedBeforeItChanges) {
   static LUM_CONSTINIT_TEXT CString text(L"abc");
   text.SetAt(0, L'x');
