@@ -111,12 +111,20 @@ class Explaining(unittest.TestCase):
             "a.cpp | 1 of 2 | if (a | b) {\n"
             "  Because,\n"
             "  really.\n"
-            "a.cpp | 1 of 2 | if (a | b) {\n"
-            "  Once more.\n")
+            "sometimes: a.cpp | 1 of 2 | c\n"
+            "  Now and then.\n")
     GAP = coverage.Gap("a.cpp", "1 of 2", "if (a | b) {")
 
+    RARE = coverage.Gap("a.cpp", "1 of 2", "c")
+
     def test_places_and_pending_files_are_read(self):
-        self.assertEqual(coverage.read_exceptions(self.TEXT), ([self.GAP, self.GAP], ["late.cpp"]))
+        self.assertEqual(coverage.read_exceptions(self.TEXT),
+                         ([self.GAP, self.RARE], [self.RARE], ["late.cpp"]))
+
+    def test_what_depends_on_threads_may_be_there_or_not(self):
+        for gaps in ([], [self.RARE]):
+            self.assertEqual(coverage.compare(gaps, [self.RARE], [self.RARE]), [])
+        self.assertEqual(len(coverage.compare([], [self.GAP, self.RARE], [self.RARE])), 1)
 
     def test_a_reason_is_asked_for(self):
         with self.assertRaisesRegex(coverage.CoverageError, "no reason"):
