@@ -1,7 +1,8 @@
 # A thin face over CMake, its presets and the scripts: see README.md.
 
 .DEFAULT_GOAL := check
-.PHONY: demo check check-windows fuzz package bench bench-short counts bench-programs format clean configure
+.PHONY: demo check check-windows check-deep coverage fuzz package bench bench-short counts \
+	bench-programs format clean configure
 
 BUILD := cmake --build --preset release
 BENCHMARKS := $(addprefix build/release/benchmarks/lum_bench_,texts decoders trees memory loading)
@@ -55,6 +56,12 @@ bench-short: bench-programs
 # `make counts UPDATE=--update` writes anew.
 counts: bench-programs
 	@scripts/check-counts $(UPDATE)
+
+# Tells which branches of the library no test takes, and fails when one is not explained in
+# tests/coverage-exceptions.txt. Pages with the sources come by `make coverage HTML=--html`.
+coverage:
+	@scripts/bootstrap build ci
+	@scripts/coverage $(HTML)
 
 # Contenders whose library is not there are left out, which the report tells.
 bench-programs:

@@ -106,7 +106,7 @@ class CComparisonPass {
   void LeavePair() {
     CPairFrame& done = m_frames.back();
     CPairFrame& above = m_frames[m_frames.size() - 2];
-    if (done.found != nullptr && done.found->Count() != 0) {
+    if (done.found != nullptr) {
       AttachBelow(above.Entry(*done.walked), *done.found);
     }
     CompareValues(above, *done.walked, *done.partner);

@@ -75,7 +75,7 @@ bool IsAttributeItem(std::wstring_view key, std::wstring_view value, int version
 
 std::optional<CAttributeItem> ReadItem(std::wstring_view key, std::wstring_view value,
                                        int version) {
-  if (!IsKnownVersion(version) || (version == 1 && !key.starts_with(View(ATTRIB_MARK)))) {
+  if (version == 1 && !key.starts_with(View(ATTRIB_MARK))) {
     return std::nullopt;
   }
   CAttributeItem item;

@@ -54,7 +54,8 @@ struct CAttributeItem {
   CString text;
 };
 
-/// Reads an item; nothing when it is no attribute or its flags field holds no number.
+/// Reads an item; nothing when it is no attribute or its flags field holds no number. Precondition:
+/// a known version.
 std::optional<CAttributeItem> ReadItem(std::wstring_view key, std::wstring_view value, int version);
 
 /// Appends the item value that stores a node with that value text.

@@ -17,6 +17,11 @@ if(LUM_SANITIZERS)
   add_compile_definitions(LUM_SANITIZED)
 endif()
 
+# scripts/coverage counts which branches of the library's own sources the tests take.
+option(LUM_COVERAGE "Count the branches that are taken in the library's sources" OFF)
+# Threads count as well; counters belong to a source wherever it is built.
+set(LUM_COVERAGE_FLAGS --coverage -fprofile-update=atomic -fprofile-abs-path)
+
 # Language level, warnings and the include root, for any target of the project.
 function(lum_configure_target target)
   target_compile_features(${target} PRIVATE cxx_std_20)
@@ -45,6 +50,11 @@ function(lum_configure_library target buildMacro)
     # A DLL exports the inline members of its classes: programs link to their static constants.
     set_target_properties(${target} PROPERTIES VISIBILITY_INLINES_HIDDEN ON)
   endif()
+  if(LUM_COVERAGE)
+    target_compile_options(${target} PRIVATE ${LUM_COVERAGE_FLAGS})
+    target_link_options(${target} PRIVATE --coverage)
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ON)
+  endif()
   # A build with sanitizers is for the tests alone: what it exports is nobody's interface.
   if(CMAKE_SYSTEM_NAME STREQUAL "Linux" AND NOT LUM_SANITIZERS)
     set(exports ${PROJECT_SOURCE_DIR}/cmake/LumExports.map)
@@ -63,6 +73,20 @@ endfunction()
 option(LUM_PRECOMPILE_TESTS "Precompile what most tests include" OFF)
 set(LUM_TEST_FLAGS "" CACHE STRING "Further compiler flags of the tests, separated by spaces")
 separate_arguments(LUM_TEST_FLAGS)
+option(LUM_TEST_WHOLE_PROGRAMS "Register a program of tests as one test: fewer starts" OFF)
+
+# Counts the branches of the library's sources that are built into a program of tests, once all its
+# sources are known.
+function(lum_cover_library_sources target)
+  get_target_property(sources ${target} SOURCES)
+  list(FILTER sources INCLUDE REGEX
+    "^${PROJECT_SOURCE_DIR}/(platform|values|formulas|definitions|attributes|catalogue)/")
+  if(sources)
+    set_source_files_properties(${sources} PROPERTIES
+      COMPILE_OPTIONS "${LUM_COVERAGE_FLAGS}" SKIP_PRECOMPILE_HEADERS ON)
+    target_link_options(${target} PRIVATE --coverage)
+  endif()
+endfunction()
 
 # One GoogleTest executable from the test sources of one folder, registered test by test. In a cross
 # build LUM_TEST_FIXTURE names what must run meanwhile.
@@ -74,7 +98,10 @@ function(lum_add_tests target)
   if(LUM_PRECOMPILE_TESTS)
     target_precompile_headers(${target} REUSE_FROM lum_tests_precompiled)
   endif()
-  if(CMAKE_CROSSCOMPILING)
+  if(LUM_COVERAGE)
+    cmake_language(EVAL CODE "cmake_language(DEFER CALL lum_cover_library_sources ${target})")
+  endif()
+  if(CMAKE_CROSSCOMPILING OR LUM_TEST_WHOLE_PROGRAMS)
     # Starting a program costs too much in an emulator to do it test by test.
     add_test(NAME ${target} COMMAND ${target})
     set_tests_properties(${target} PROPERTIES

@@ -88,6 +88,9 @@ TEST(AttributeEdit, RemovesAllOfAName) {
   EXPECT_EQ(Names(map), "B C");
   map.RemoveAll();
   EXPECT_EQ(map.Count(), 0);
+  CAttributeMap leaf;
+  leaf.RemoveAll(L"A");
+  EXPECT_EQ(leaf.Count(), 0);
 }
 
 TEST(AttributeEdit, RemovesAllOfANameGivenByOneOfThem) {

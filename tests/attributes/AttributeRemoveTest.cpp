@@ -48,6 +48,15 @@ TEST(AttributeRemove, KeepsWhatDoesNotBeginWithThePrefix) {
   EXPECT_EQ(Items(file, L"S"), "@tr.B.x=0,2");
 }
 
+TEST(AttributeRemove, TellsOfAnItemThatCannotBeWrittenAgainBeforeOnesThatCan) {
+  CTemporaryFolder folder;
+  WriteBytes(folder.File("file"), "[S]\nAttrVersion=0,2\nTitle=a\rb\nUnit=m\n");
+  FileObject file;
+  ASSERT_TRUE(file.Load(PathText(folder.File("file"))));
+  EXPECT_FALSE(RemoveAttributes(file, L"S"));
+  EXPECT_EQ(file.ItemCount(L"S"), 3);
+}
+
 TEST(AttributeRemove, TouchesNothingWhenAnotherItemCannotBeWrittenAgain) {
   CTemporaryFolder folder;
   WriteBytes(folder.File("file"), "[S]\nAttrVersion=0,2\nTitle=a\rb\nDepth=0,3\n");

@@ -117,6 +117,15 @@ TEST(AttributeSave, StopsAtTheFirstRefusedItem) {
   }
 }
 
+TEST(AttributeSave, EverySaveTellsThatTheFileRefusedAnItem) {
+  CAttributeMap map = Sensors();
+  CFullFile forSection(1);
+  EXPECT_FALSE(SaveAttributes(map, forSection, L"S"));
+  map.SetGroup(L"Ship");
+  CFullFile forNode(1);
+  EXPECT_FALSE(map.SaveToFObj(&forNode, L"S"));
+}
+
 TEST(AttributeSave, NodeByItselfCarriesMarkAndName) {
   CAttributeMap map = Sensors();
   map.SetGroup(L"Ship");

@@ -124,6 +124,36 @@ TEST(ChildList, RenamesAreFoundAmongIndexedChildren) {
   ASSERT_NO_FATAL_FAILURE(ExpectRightAnswers(map, 300));
 }
 
+// Names whose hashes are equal, where characters have 32 bits.
+TEST(ChildList, NamesOfTheSameHashAreToldApart) {
+  CAttributeMap map;
+  map.Add(L"Name37098");
+  for (unsigned int i = 0; i < 40; ++i) {
+    map.Add(Numbered(i));
+  }
+  ASSERT_NO_FATAL_FAILURE(ExpectRightAnswers(map, 40));
+  EXPECT_EQ(map.FindAttribute(L"Name48867"), -1);
+  map.Add(L"Name48867");
+  EXPECT_EQ(map.FindAttribute(L"Name37098"), 0);
+  EXPECT_EQ(map.FindAttribute(L"Name48867"), 41);
+}
+
+TEST(ChildList, RenamesOfNamesThatStandSeveralTimesAreFound) {
+  CAttributeMap map;
+  for (unsigned int i = 0; i < 60; ++i) {
+    map.Add(i % 2 == 0 ? CString(L"Twin") : Numbered(i));
+  }
+  for (int search = 0; search < 20; ++search) {
+    EXPECT_EQ(map.FindAttribute(L"Twin", 29), 58);
+  }
+  map.FindCreateIndex(0).SetMnemonic(L"Twin");
+  EXPECT_EQ(map.FindAttribute(L"Twin", 29), 58);
+  map.FindCreateIndex(0).SetMnemonic(L"First");
+  EXPECT_EQ(map.FindAttribute(L"First"), 0);
+  EXPECT_EQ(map.FindAttribute(L"Twin"), 2);
+  EXPECT_EQ(map.FindAttribute(L"Twin", 29), -1);
+}
+
 TEST(ChildList, ARecordKeepsTheIndexRightWhenItIsRenamedThroughItsBase) {
   CAttributeMap map;
   for (unsigned int i = 0; i < 100; ++i) {

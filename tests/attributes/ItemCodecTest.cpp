@@ -90,6 +90,7 @@ TEST(ItemCodec, ReadsFlagsAndText) {
       {"x,m", ""},
       {"0x,m", ""},
       {"0xg,m", ""},
+      {"0x 10,m", "K:999:m:16"},
       {"m", ""},
       {"1", ""},
       {"", ""},

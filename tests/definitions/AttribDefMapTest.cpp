@@ -133,6 +133,17 @@ TEST(DefinitionTable, ControlAttributesWithEmptyItemsKeepTheirCommas) {
   EXPECT_EQ(text, CString(L"one"));
 }
 
+// Mnemonics whose hashes are equal, where characters have 32 bits.
+TEST(DefinitionTable, MnemonicsOfTheSameHashAreToldApart) {
+  CAttribDefMap table;
+  ASSERT_TRUE(Load(table, "Name37098,1,First,101,1,,0\nName48867,2,Second,101,1,,0\n"));
+  CString name;
+  EXPECT_TRUE(table.GetAttribName(L"Name37098", name));
+  EXPECT_EQ(name, CString(L"First"));
+  EXPECT_TRUE(table.GetAttribName(L"Name48867", name));
+  EXPECT_EQ(name, CString(L"Second"));
+}
+
 TEST(DefinitionTable, StartsEmpty) {
   const CAttribDefMap table;
   EXPECT_EQ(table.Count(), 0);

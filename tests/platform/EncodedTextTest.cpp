@@ -14,6 +14,7 @@ namespace {
 using lum::detail::CLineBounds;
 using lum::detail::DecodeText;
 using lum::detail::EncodeText;
+using lum::detail::IsValidText;
 using lum::detail::IsValidUtf8;
 using E = TextFileEncoding;
 
@@ -182,6 +183,32 @@ TEST(EncodedText, SeesWhenAFileWouldReadBackOtherwise) {
   EXPECT_TRUE(ReadsBackAs("\xE4", E::Ansi));
   // What made the file ANSI is gone, but plain text is the same in both.
   EXPECT_TRUE(ReadsBackAs("abc", E::Ansi));
+  // Other characters are not, unless UTF-8 is the code page.
+  EXPECT_EQ(ReadsBackAs("\xC3\xA4", E::Ansi), DecodeText("\xC3\xA4", E::Ansi) == L"\u00E4");
+}
+
+TEST(EncodedText, KnowsTheRulesOfUtf16) {
+  const struct {
+    std::string bytes;
+    bool isValid;
+  } cases[] = {
+      {"a", false},
+      {std::string("a\0", 2), true},
+      {std::string("a\0b", 3), false},
+      {std::string("\x3D\xD8\x00\xDE", 4), true},
+      {std::string("\x3D\xD8", 2), false},
+      {std::string("\x00\xDE", 2), false},
+      {std::string("\x00\xDE\x3D\xD8", 4), false},
+      {std::string("\x00\xE0", 2), true},
+  };
+  for (const auto& test : cases) {
+    EXPECT_EQ(IsValidText(test.bytes, E::Utf16LittleEndian), test.isValid)
+        << testing::PrintToString(test.bytes);
+  }
+}
+
+TEST(EncodedText, ALoneByteOfUtf16IsNoText) {
+  EXPECT_EQ(DecodeText("a", E::Utf16LittleEndian), L"");
 }
 
 }  // namespace

@@ -35,6 +35,31 @@ TEST_F(FileObjectLines, TellsTheLoadedLines) {
   EXPECT_EQ(lines[0].valueColumn, 5);
 }
 
+TEST_F(FileObjectLines, TakesTwoSlashesForACommentAndOneForAKey) {
+  using Kind = FileObjectLine::Kind;
+  const struct {
+    const char* line;
+    Kind kind;
+  } cases[] = {
+      {"//a=1", Kind::Comment}, {"//", Kind::Comment}, {" //a=1", Kind::Comment},
+      {"/a=1", Kind::Item},     {"/=1", Kind::Item},   {"/", Kind::Unknown},
+      {"/ /=1", Kind::Item},    {"a//=1", Kind::Item},
+  };
+  for (const auto& test : cases) {
+    const std::string line = test.line;
+    std::string wide = "\xFF\xFE";
+    for (const char ch : line) {
+      wide += ch;
+      wide += '\0';
+    }
+    for (const std::string& bytes : {line, wide}) {
+      const std::vector<FileObjectLine> lines = Loaded(bytes).LoadedLines();
+      ASSERT_EQ(lines.size(), 1u) << line;
+      EXPECT_EQ(lines[0].kind, test.kind) << line;
+    }
+  }
+}
+
 TEST_F(FileObjectLines, PutsTheColumnOfAnEmptyValueBehindTheLine) {
   EXPECT_EQ(Loaded("k= ").LoadedLines()[0].valueColumn, 4);
   EXPECT_EQ(Loaded("k=").LoadedLines()[0].valueColumn, 3);

@@ -87,6 +87,14 @@ TEST_F(FileObjectTest, ComparesNamesAndKeysExactly) {
   EXPECT_EQ(Value(file, L"s", L"key"), L"untouched");
 }
 
+// Names whose hashes are equal, where characters have 32 bits.
+TEST_F(FileObjectTest, TellsKeysOfTheSameHashApart) {
+  FileObject file = Loaded("[S]\nName12970=1\nName36060=2\n[T]\nName12970=3\n");
+  EXPECT_EQ(Value(file, L"S", L"Name12970"), L"1");
+  EXPECT_EQ(Value(file, L"S", L"Name36060"), L"2");
+  EXPECT_EQ(Value(file, L"T", L"Name36060"), L"untouched");
+}
+
 TEST_F(FileObjectTest, KeepsNulsInKeysAndValues) {
   const std::string bytes("[S]\nk\0x=a\0b\nk\0y=c\n", 19);
   FileObject file = Loaded(bytes);
@@ -331,6 +339,25 @@ TEST_F(FileObjectTest, PutsTheFirstItemWithoutSectionBelowTheLeadingComment) {
   EXPECT_FALSE(file.RemoveSection(L""));
   EXPECT_TRUE(file.SetItem(L"", L"a", L"1", true));
   EXPECT_EQ(Saved(file), "; top\na=1\n\n; about A\n[A]\nb=2\n");
+}
+
+TEST_F(FileObjectTest, TakesASlashForAKeyButNotTwo) {
+  FileObject file;
+  EXPECT_TRUE(file.SetItem(L"S", L"/", L"1", true));
+  EXPECT_TRUE(file.SetItem(L"S", L"/a", L"2", true));
+  EXPECT_FALSE(file.SetItem(L"S", L"//", L"3", true));
+  EXPECT_EQ(Items(file, L"S"), "/=1 /a=2 ");
+}
+
+TEST_F(FileObjectTest, HasTheEmptyNameWhereAnEmptyHeaderStands) {
+  EXPECT_TRUE(Loaded("[A]\n[]\n").HasSection(L""));
+  EXPECT_FALSE(Loaded("[A]\n").HasSection(L""));
+}
+
+TEST_F(FileObjectTest, PutsTheFirstItemBelowCommentsThatEndTheFile) {
+  FileObject file = Loaded("[A]\n; about A\n; more\n");
+  EXPECT_TRUE(file.SetItem(L"A", L"a", L"1", true));
+  EXPECT_EQ(Saved(file), "[A]\n; about A\n; more\na=1\n");
 }
 
 TEST_F(FileObjectTest, ContinuesTheEmptyNameUnderAnEmptyHeader) {

@@ -58,6 +58,7 @@ TEST(FrameworkStringEdit, ReplacesAndRemoves) {
   EXPECT_EQ(text.Replace(L"z", L"x"), 0);
   EXPECT_EQ(text.Replace(L'b', L'x'), 1);
   EXPECT_EQ(text.Replace(L'q', L'x'), 0);
+  EXPECT_EQ(text.Replace(L'x', L'x'), 0);
   EXPECT_EQ(text, L"axc");
   EXPECT_EQ(text.Remove(L'x'), 1);
   EXPECT_EQ(text.Remove(L'x'), 0);

@@ -251,6 +251,8 @@ TEST(FrameworkStringFormat, PercentSignsAndUnknownConversions) {
   EXPECT_EQ(Wide(L"%5"), L"%5");
   EXPECT_EQ(Wide(L"%y%d", 3), L"%y3");
   EXPECT_EQ(Wide(L"%ll"), L"%ll");
+  EXPECT_EQ(Wide(L"%dl", 3), L"3l");
+  EXPECT_EQ(Wide(L"%Lf", 1.5L), L"1.500000");
   EXPECT_EQ(Wide(L""), L"");
   EXPECT_EQ(Wide(nullptr), L"");
 }

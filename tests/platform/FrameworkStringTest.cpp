@@ -46,6 +46,20 @@ TEST(FrameworkString, CopyOfConstantOwnsItsCharacters) {
   EXPECT_NE(copy.GetString(), kConstantText.GetString());
 }
 
+TEST(FrameworkString, BorrowedTextIsCopiedWhenItIsAppendedToAnEmptyOne) {
+  static constexpr CString kBorrowed = L"abc";
+  CString text;
+  text.Append(kBorrowed);
+  EXPECT_EQ(text, L"abc");
+  EXPECT_NE(text.GetString(), kBorrowed.GetString());
+}
+
+TEST(FrameworkString, BorrowedTextThatIsAppendedToKeepsItsCharacters) {
+  static constinit CString text = L"abc";
+  text.Append(CString(L"d"));
+  EXPECT_EQ(text, L"abcd");
+}
+
 TEST(FrameworkString, BorrowedTextIsCopiedBeforeItChanges) {
   static LUM_CONSTINIT_TEXT CString text(L"abc");
   text.SetAt(0, L'x');

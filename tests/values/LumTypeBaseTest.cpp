@@ -85,6 +85,7 @@ TEST(LumTypeBase, WrappersOfOtherTypesAreRefusedAndTouchNothing) {
   EXPECT_FALSE(value.Set(9.0));
   EXPECT_FALSE(value.Set(true));
   EXPECT_FALSE(value.Set(L"9"));
+  EXPECT_FALSE(value.Set("9"));
   EXPECT_EQ(TextOf(value), "5");
 }
 
@@ -157,6 +158,16 @@ TEST(LumTypeBase, UndefinedRefusesEverything) {
   EXPECT_EQ(Narrow(text), "fill");
   EXPECT_STREQ(bytes.GetString(), "fill");
   EXPECT_EQ(value.Type(), CLumType::TYPE_UNDEFINED);
+}
+
+// A kind that overrides nothing that it need not.
+class CBareKind : public CLumType {
+ public:
+  CBareKind* MakeCopy() const override { return new CBareKind(*this); }
+};
+
+TEST(LumTypeBase, AKindOfAHostIsUndefinedUntilItSaysOtherwise) {
+  EXPECT_EQ(CBareKind().Type(), CLumType::TYPE_UNDEFINED);
 }
 
 TEST(LumTypeBase, FullArraySettingIsStoredAndShortensNothing) {

@@ -161,6 +161,35 @@ class CEvenInt : public CLumInt {
   int SetInt(int value) override { return value % 2 == 0 ? CLumInt::SetInt(value) : 0; }
 };
 
+// Kinds that refuse whatever they are set to.
+class CFixedBool : public CLumBool {
+ public:
+  CFixedBool() : CLumBool(false) {}
+  int SetBool(bool) override { return 0; }
+};
+class CFixedUInt : public CLumUInt {
+ public:
+  CFixedUInt() : CLumUInt(0) {}
+  int SetUInt(unsigned int) override { return 0; }
+};
+class CFixedFloat : public CLumFloat {
+ public:
+  CFixedFloat() : CLumFloat(0.0F) {}
+  int SetFloat(float) override { return 0; }
+};
+class CFixedDouble : public CLumDouble {
+ public:
+  CFixedDouble() : CLumDouble(0.0) {}
+  int SetDouble(double) override { return 0; }
+};
+
+TEST(ScalarTypes, ReadingIsRefusedWhenTheVirtualSetterRefuses) {
+  EXPECT_FALSE(CFixedBool().SetValueStr(CString(L"1")));
+  EXPECT_FALSE(CFixedUInt().SetValueStr(CString(L"1")));
+  EXPECT_FALSE(CFixedFloat().SetValueStr(CString(L"1")));
+  EXPECT_FALSE(CFixedDouble().SetValueStr(CString(L"1")));
+}
+
 TEST(ScalarTypes, ReadingGoesThroughTheVirtualSetter) {
   CEvenInt value;
   EXPECT_TRUE(value.SetValueStr(CString(L"4")));
