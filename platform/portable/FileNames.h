@@ -16,6 +16,14 @@ inline std::filesystem::path::string_type TemporaryBeginning(const std::filesyst
   return std::filesystem::path(".").concat(name.native()).concat(".saving-").native();
 }
 
+/// The name that an old file has for a moment where a system replaces files in two steps.
+inline std::filesystem::path ReplacedName(std::filesystem::path temporary) {
+  return temporary.concat("-old");
+}
+inline bool IsReplaced(const std::filesystem::path& leftover) {
+  return leftover.native().ends_with(std::filesystem::path("-old").native());
+}
+
 /// Where a previous version of a file stands; 1 is the newest.
 inline std::filesystem::path VersionOf(std::filesystem::path file, int version) {
   return file.concat(".bak" + std::to_string(version));

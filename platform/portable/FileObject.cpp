@@ -121,6 +121,7 @@ bool FileObject::Load(const CString& path) {
   return Attempt(L"read", path, document.lastError, [&](CString& reason) {
     CFileCalls calls;
     const CString place = lum::detail::FilePlace(path, calls);
+    lum::detail::FinishInterrupted(path, calls);
     std::string bytes;
     if (!lum::detail::ReadWholeFile(path, kMaxFileBytes, bytes, reason)) {
       document.origin.unreadPlace = place;

@@ -11,12 +11,14 @@ namespace lum::detail {
 
 namespace {
 
+CString ReadAsUtf8(std::string_view bytes) { return DecodeText(bytes, TextFileEncoding::Utf8); }
+
 bool IsLeadByte(char byte) { return static_cast<unsigned char>(byte) >= 0xC2; }
 
 // Where the text and what it reads as part: a stray byte is another character in valid UTF-8, which
 // can begin with the very same byte.
-std::size_t FirstInvalidByte(std::string_view line, TextFileEncoding encoding) {
-  const CStringA valid = WideToUtf8(DecodeText(line, encoding));
+std::size_t FirstInvalidByte(std::string_view line) {
+  const CStringA valid = WideToUtf8(ReadAsUtf8(line));
   const std::string_view bytes(valid.GetString(), static_cast<std::size_t>(valid.GetLength()));
   const auto parting = std::mismatch(line.begin(), line.end(), bytes.begin(), bytes.end()).first;
   const auto place = static_cast<std::size_t>(parting - line.begin());
@@ -39,8 +41,12 @@ std::size_t FirstInvalidUnit(std::string_view line, TextFileEncoding encoding) {
   return line.size();
 }
 
-int ColumnOf(std::string_view line, std::size_t place, TextFileEncoding encoding) {
-  return 1 + DecodeText(line.substr(0, place), encoding).GetLength();
+int ColumnOfInvalidByte(std::string_view line) {
+  return 1 + ReadAsUtf8(line.substr(0, FirstInvalidByte(line))).GetLength();
+}
+
+int ColumnOfInvalidUnit(std::string_view line, TextFileEncoding encoding) {
+  return 1 + DecodeText(line.substr(0, FirstInvalidUnit(line, encoding)), encoding).GetLength();
 }
 
 // Why a line that is neither blank, a comment, a section nor an item is none of them.
@@ -72,11 +78,11 @@ class CProblems {
   void Check(std::string_view line) {
     ++m_line;
     if (!IsValidText(line, m_encoding)) {
-      const bool isWide = UnitSize(m_encoding) == 2;
-      const std::size_t place =
-          isWide ? FirstInvalidUnit(line, m_encoding) : FirstInvalidByte(line, m_encoding);
-      Add(ColumnOf(line, place, m_encoding),
-          isWide ? L"half a UTF-16 pair" : L"a byte that is no UTF-8");
+      if (UnitSize(m_encoding) == 2) {
+        Add(ColumnOfInvalidUnit(line, m_encoding), L"half a UTF-16 pair");
+      } else {
+        Add(ColumnOfInvalidByte(line), L"a byte that is no UTF-8");
+      }
     }
     if (ParseLine(line, m_encoding).kind == FileObjectLine::Kind::Unknown) {
       const std::size_t first = FirstNonBlank(line, m_encoding);

@@ -19,7 +19,7 @@ class CSave {
 
   FileSaveResult Run(const CString& path, CString& error, CFileCalls& calls) {
     const int versions =
-        std::clamp(m_options.previousVersions, 0, FileObject::kMaxPreviousVersions);
+        std::clamp(m_options.previousVersions, 0, int{FileObject::kMaxPreviousVersions});
     const FileUpdateResult result = UpdateFile(
         path, versions,
         [this](const CCurrentFile& file, CString& reason) { return Make(file, reason); }, error,

@@ -19,6 +19,8 @@ constexpr std::size_t kChunkBytes = std::size_t{1} << 16;
 // As many links as Linux itself follows.
 constexpr int kMaxLinks = 40;
 
+SaveStep DoneIf(bool isDone) { return isDone ? SaveStep::Done : SaveStep::Failed; }
+
 int WhyNotReplaceable(const struct stat& status) {
   if (S_ISDIR(status.st_mode)) {
     return EISDIR;
@@ -97,20 +99,20 @@ bool FollowLinks(CFileCalls& calls, Path& path) {
   return false;
 }
 
-bool FindTarget(CFileCalls& calls, CTarget& target) {
+SaveStep FindTarget(CFileCalls& calls, CTarget& target) {
   if (!FollowLinks(calls, target.path)) {
-    return false;
+    return SaveStep::Failed;
   }
   if (calls.Status(target.path, target.status) != 0) {
-    return errno == ENOENT && target.path.has_filename();
+    return DoneIf(errno == ENOENT && target.path.has_filename());
   }
   target.exists = true;
   if (const int reason = WhyNotReplaceable(target.status)) {
     errno = reason;
-    return false;
+    return SaveStep::Failed;
   }
   // Renaming would go past a write protection of the file.
-  return calls.CheckWritable(target.path) == 0;
+  return DoneIf(calls.CheckWritable(target.path) == 0);
 }
 
 bool IsUnchanged(CFileCalls& calls, const CTarget& target) {

@@ -57,9 +57,14 @@ struct CTarget {
   struct stat status = {};
 };
 
-/// Fills in a target whose path is given. False also when it may not be replaced; EINVAL means that
+/// Fills in a target whose path is given. Fails also when it may not be replaced; EINVAL means that
 /// it is no regular file.
-bool FindTarget(CFileCalls& calls, CTarget& target);
+SaveStep FindTarget(CFileCalls& calls, CTarget& target);
+
+/// Renaming replaces a file in one step.
+inline SaveStep FinishReplacing(CFileCalls&, const std::filesystem::path&) {
+  return SaveStep::Done;
+}
 
 /// True while the target is the very file that was found, with the content that it had then.
 bool IsUnchanged(CFileCalls& calls, const CTarget& target);

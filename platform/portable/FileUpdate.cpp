@@ -79,18 +79,18 @@ class CUpdate {
     CTarget target;
     target.path = m_path;
     CTargetLock lock(m_calls);
-    if (!FindTarget(m_calls, target)) {
-      return Fail(target);
+    SaveStep step = FindTarget(m_calls, target);
+    if (step == SaveStep::Done && target.exists) {
+      step = lock.Take(target);
     }
-    const SaveStep locked = target.exists ? lock.Take(target) : SaveStep::Done;
-    if (locked != SaveStep::Done) {
-      return locked == SaveStep::Failed ? Fail(target) : locked;
+    if (step != SaveStep::Done) {
+      return step == SaveStep::Failed ? Fail(target) : step;
     }
     const auto bytes = m_make(CTargetFile(m_calls, target), m_error);
     if (bytes == nullptr) {
       return SaveStep::Failed;
     }
-    const SaveStep step = Replace(target, *bytes);
+    step = Replace(target, *bytes);
     return step == SaveStep::Failed ? Fail(target) : step;
   }
 
@@ -142,6 +142,14 @@ FileUpdateResult UpdateFile(const CString& path, int versions, const CMakeConten
     return FileUpdateResult::Failed;
   }
   return CUpdate(path, versions, make, error, calls).Run();
+}
+
+void FinishInterrupted(const CString& path, CFileCalls& calls) {
+  const std::filesystem::path target = SystemPath(path);
+  for (int attempt = 1;
+       attempt <= kMaxAttempts && FinishReplacing(calls, target) == SaveStep::Again; ++attempt) {
+    calls.Pause(std::min(attempt, kMaxPause));
+  }
 }
 
 CString FilePlace(const CString& path, CFileCalls& calls) {

@@ -64,6 +64,8 @@ std::filesystem::path SystemPath(const CString& path) {
   return hasPrefix || full.size() <= kMostWithoutPrefix ? full : WithLongPrefix(full);
 }
 
+CString PathText(const std::filesystem::path& path) { return CString(path.c_str()); }
+
 CString SystemMessage(int error) {
   return Utf8ToWide(CStringA(std::generic_category().message(error).c_str()));
 }
@@ -80,7 +82,7 @@ CFilePointer OpenForReading(const CString& path, CString& error) {
     handle = OpenExisting(systemPath, GENERIC_READ, kShareAll);
     return handle != INVALID_HANDLE_VALUE;
   };
-  if (!RetryWhileBusy(open)) {
+  if (!RetryWhileBusy(open, [](DWORD pause) { ::Sleep(pause); })) {
     error = WindowsMessage(::GetLastError());
     return nullptr;
   }

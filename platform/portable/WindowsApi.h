@@ -21,17 +21,17 @@ bool MayPass(DWORD error);
 inline constexpr int kMaxFileAttempts = 10;
 inline constexpr DWORD kFirstFilePause = 10;
 
-/// Calls `step` until it answers true, fails for good, or the attempts are used up. False leaves
-/// the reason in GetLastError(), as `step` itself must.
-template <typename Step>
-bool RetryWhileBusy(const Step& step) {
+/// Calls `step` until it answers true, fails for good, or the attempts are used up; `pause` lets
+/// some milliseconds pass. False leaves the reason in GetLastError(), as `step` itself must.
+template <typename Step, typename Pause>
+bool RetryWhileBusy(const Step& step, const Pause& pause) {
   for (int attempt = 1; !step(); ++attempt) {
     const DWORD error = ::GetLastError();
     if (attempt == kMaxFileAttempts || !MayPass(error)) {
       ::SetLastError(error);
       return false;
     }
-    ::Sleep(kFirstFilePause * static_cast<DWORD>(attempt));
+    pause(kFirstFilePause * static_cast<DWORD>(attempt));
   }
   return true;
 }

@@ -4,7 +4,7 @@
 #include <string>
 #include <thread>
 
-#include "platform/portable/AtomicFile.h"
+#include "platform/LumBase.h"
 #include "platform/portable/SystemFile.h"
 #include "platform/portable/WindowsHandle.h"
 #include "tests/platform/FileBytesTesting.h"
@@ -47,12 +47,14 @@ TEST_F(FileBytesWindows, LetsOthersReplaceTheFileMeanwhile) {
   WriteBytes(path, "old");
   const lum::detail::CFilePointer file = lum::detail::OpenForReading(PathText(path), m_error);
   ASSERT_NE(file, nullptr);
-  EXPECT_TRUE(lum::detail::WriteFileAtomically(PathText(path), "new", m_error));
+  FileObject other;
+  EXPECT_TRUE(other.SetItem(L"S", L"a", L"1", true));
+  EXPECT_TRUE(other.Save(PathText(path))) << CStringA(other.LastError()).GetString();
   char bytes[4] = "";
   EXPECT_EQ(std::fread(bytes, 1, 3, file.get()), 3u);
   EXPECT_STREQ(bytes, "old");
   EXPECT_TRUE(Read(path, 100));
-  EXPECT_EQ(m_bytes, "new");
+  EXPECT_EQ(m_bytes, "[S]\r\na=1\r\n");
 }
 
 }  // namespace

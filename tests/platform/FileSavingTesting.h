@@ -1,5 +1,5 @@
 // What the tests of faulty saves share: situations in which a document is saved, and what must hold
-// of the folder afterwards. POSIX systems only.
+// of the folder afterwards.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -131,7 +131,7 @@ class CSituated {
   std::size_t StrayCount() const {
     const std::filesystem::directory_iterator files(m_folder.Path());
     return static_cast<std::size_t>(std::count_if(begin(files), end(files), [](const auto& entry) {
-      return entry.path().filename().native().find(".saving-") != std::string::npos;
+      return entry.path().filename().string().find(".saving-") != std::string::npos;
     }));
   }
 

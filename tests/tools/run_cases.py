@@ -12,7 +12,8 @@ A case file holds cases; a case begins with "=== what it shows" and has blocks:
     == link NAME TARGET        a symbolic link that is there before
     == mode NAME OCTAL         permissions of one of these; the steps then run without privileges
     == only SYSTEM REASON      run for programs of "posix" or "windows" alone
-    == env                     NAME=VALUE lines for the steps that follow
+    == env                     NAME=VALUE lines for the steps that follow; without one no
+                               previous versions of files are kept
     == args [OPTIONS]          arguments of a step as a shell would split them; "escaped" for
                                bytes, and where output goes: "full" (a full disk), "closed" (a
                                pipe nobody reads, with SIGPIPE ignored), "tty" (a terminal)
@@ -199,7 +200,7 @@ def snapshot(folder):
 def environment(step):
     env = {name: value for name, value in os.environ.items()
            if name not in ("LUMATTR_DEFS", "NO_COLOR")}
-    return {**env, "TERM": "xterm", **step.env}
+    return {**env, "TERM": "xterm", "LUMATTR_KEEP": "0", **step.env}
 
 
 def run_on_terminal(command, **options):

@@ -22,6 +22,7 @@ void AddEvalCommand(CLI::App& app, ToolContext& context, std::vector<std::string
 void AddGetCommand(CLI::App& app, ToolContext& context);
 void AddMergeCommand(CLI::App& app, ToolContext& context);
 void AddNamesCommand(CLI::App& app, ToolContext& context);
+void AddRestoreCommand(CLI::App& app, ToolContext& context);
 void AddSetCommand(CLI::App& app, ToolContext& context);
 void AddShowCommand(CLI::App& app, ToolContext& context);
 void AddUnsetCommand(CLI::App& app, ToolContext& context);

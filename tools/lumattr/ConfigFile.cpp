@@ -1,5 +1,6 @@
 #include "tools/lumattr/ConfigFile.h"
 
+#include <CLI/CLI.hpp>
 #include <utility>
 
 #include "catalogue/AttributeNames.h"
@@ -19,10 +20,35 @@ FileObject LoadConfigFile(const std::string& path) {
   return file;
 }
 
-void SaveConfigFile(FileObject& file, const std::string& path) {
-  if (!file.Save(ArgumentText(path, "the file name"))) {
-    throw ToolError(Printable(file.LastError()));
+void AddSaveOptions(CLI::App& command, SaveSettings& settings) {
+  command
+      .add_option("--keep", settings.keep,
+                  "How many previous versions of the file to keep for lumattr restore")
+      ->type_name("N")
+      ->capture_default_str()
+      ->envname("LUMATTR_KEEP")
+      ->check(CLI::Range(0, int{FileObject::kMaxPreviousVersions}));
+}
+
+bool SaveConfigFile(FileObject& file, const std::string& path, const SaveSettings& settings,
+                    FileConflict onConflict) {
+  if (file.Save(ArgumentText(path, "the file name"), {onConflict, settings.keep})) {
+    return true;
   }
+  if (file.LastSave() == FileSaveResult::Conflict && onConflict == FileConflict::Refuse) {
+    return false;
+  }
+  throw ToolError(Printable(file.LastError()));
+}
+
+void UntilSaved(const std::function<bool()>& edit) {
+  constexpr int kMaxAttempts = 100;
+  for (int attempt = 0; attempt < kMaxAttempts; ++attempt) {
+    if (edit()) {
+      return;
+    }
+  }
+  throw ToolError("other programs keep changing the file; nothing was written");
 }
 
 CString RequireSection(const FileObject& file, const std::string& path,

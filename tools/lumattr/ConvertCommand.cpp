@@ -22,6 +22,7 @@ struct ConvertOptions {
   std::string section;
   int toVersion = 0;
   bool force = false;
+  SaveSettings saving;
 };
 
 void ReportPlan(const ConversionPlan& plan, const CString& section, ToolContext& context) {
@@ -34,7 +35,7 @@ void ReportPlan(const ConversionPlan& plan, const CString& section, ToolContext&
   }
 }
 
-void RunConvert(const ConvertOptions& options, ToolContext& context) {
+bool Convert(const ConvertOptions& options, ToolContext& context) {
   FileObject file = LoadConfigFile(options.file);
   const CString section = RequireSection(file, options.file, options.section);
   const ConversionPlan plan = PlanConversion(file, section, options.toVersion);
@@ -42,17 +43,20 @@ void RunConvert(const ConvertOptions& options, ToolContext& context) {
   const std::string title = '[' + Printable(section) + "] ";
   if (plan.fromVersion == plan.toVersion) {
     context.out << title << "has version " << to << " already\n";
-    return;
+    return true;
   }
   ReportPlan(plan, section, context);
   if (!plan.findings.empty() && !options.force) {
     context.err << "lumattr: nothing was changed; --force converts what can be converted\n";
-    return;
+    return true;
   }
   CarryOut(plan, file, section);
-  SaveConfigFile(file, options.file);
+  if (!SaveConfigFile(file, options.file, options.saving, FileConflict::Refuse)) {
+    return false;
+  }
   context.out << title << "version " << plan.fromVersion << " -> " << to << ", "
               << plan.renames.size() << " renamed\n";
+  return true;
 }
 
 }  // namespace
@@ -66,8 +70,10 @@ void AddConvertCommand(CLI::App& app, ToolContext& context) {
       ->required()
       ->check(CLI::IsMember({1, 2}));
   command->add_flag("--force", options->force, "Convert even when something is reported");
+  AddSaveOptions(*command, options->saving);
   command->footer(kFooter);
-  command->callback([options, &context] { RunConvert(*options, context); });
+  command->callback(
+      [options, &context] { UntilSaved([&] { return Convert(*options, context); }); });
 }
 
 }  // namespace lum::tool

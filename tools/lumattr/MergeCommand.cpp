@@ -2,6 +2,8 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "tools/lumattr/Commands.h"
 #include "tools/lumattr/ConfigFile.h"
@@ -26,6 +28,7 @@ struct MergeOptions {
   std::string out;
   std::string section;
   MergeSwitches switches;
+  SaveSettings saving;
 };
 
 bool HoldsAttributes(const FileObject& file, const CString& section) {
@@ -43,15 +46,23 @@ class CMergeRun {
         m_base(LoadConfigFile(options.base)),
         m_over(LoadConfigFile(options.over)) {}
 
-  void Run() {
+  /// False when the merge must be made again, see UntilSaved.
+  bool Run() {
     for (const CString& section : Sections()) {
       Merge(section);
     }
     const bool elsewhere = !m_options.out.empty();
-    if (elsewhere || !m_summary.empty()) {
-      SaveConfigFile(m_base, elsewhere ? m_options.out : m_options.base);
+    if ((elsewhere || !m_summary.empty()) &&
+        !SaveConfigFile(m_base, elsewhere ? m_options.out : m_options.base, m_options.saving,
+                        FileConflict::Refuse)) {
+      return false;
     }
+    for (const std::string& warning : m_warnings) {
+      m_context.Warn(warning);
+    }
+    m_context.exitCode = m_exitCode;
     m_context.out << (m_summary.empty() ? "nothing to change\n" : m_summary);
+    return true;
   }
 
  private:
@@ -72,7 +83,7 @@ class CMergeRun {
       const int count = CopyWholeSection(m_base, m_over, section);
       Summarise(section, std::to_string(count) + " copied");
     } else {
-      m_context.Warn("section " + Quoted(section) + " is only in OVER: left out, see --add");
+      Warn("section " + Quoted(section) + " is only in OVER: left out, see --add");
     }
   }
 
@@ -82,18 +93,18 @@ class CMergeRun {
                              std::to_string(result.added) + " added");
     }
     if (!result.leftOut.empty()) {
-      m_context.Warn("section " + Quoted(section) +
-                     ": left out, not in BASE (see --add): " + FirstOf(result.leftOut));
+      Warn("section " + Quoted(section) +
+           ": left out, not in BASE (see --add): " + FirstOf(result.leftOut));
     }
     if (result.kept > 0) {
-      m_context.Warn("section " + Quoted(section) +
-                     ": protected values kept: " + std::to_string(result.kept));
+      Warn("section " + Quoted(section) +
+           ": protected values kept: " + std::to_string(result.kept));
     }
     if (!result.blocked.empty()) {
-      m_context.Warn("section " + Quoted(section) +
-                     ": not merged, BASE uses the key for an item that is no readable attribute: " +
-                     FirstOf(result.blocked));
-      m_context.exitCode = kExitFinding;
+      Warn("section " + Quoted(section) +
+           ": not merged, BASE uses the key for an item that is no readable attribute: " +
+           FirstOf(result.blocked));
+      m_exitCode = kExitFinding;
     }
   }
 
@@ -107,6 +118,9 @@ class CMergeRun {
     return text + (paths.size() > kShown ? ", ...)" : ")");
   }
 
+  /// Told when the merge is done.
+  void Warn(const std::string& warning) { m_warnings.push_back(warning); }
+
   void Summarise(const CString& section, const std::string& what) {
     m_summary += '[' + Printable(section) + "] " + what + '\n';
   }
@@ -116,6 +130,8 @@ class CMergeRun {
   FileObject m_base;
   FileObject m_over;
   std::string m_summary;
+  std::vector<std::string> m_warnings;
+  int m_exitCode = kExitFine;
 };
 
 }  // namespace
@@ -134,8 +150,10 @@ void AddMergeCommand(CLI::App& app, ToolContext& context) {
   command->add_flag("--order", options->switches.order, "Take over 'OrderInfo' as well");
   command->add_flag("--strict", options->switches.strict,
                     "Keep values with keep-value-strict, too, on the first level");
+  AddSaveOptions(*command, options->saving);
   command->footer(kFooter);
-  command->callback([options, &context] { CMergeRun(*options, context).Run(); });
+  command->callback(
+      [options, &context] { UntilSaved([&] { return CMergeRun(*options, context).Run(); }); });
 }
 
 }  // namespace lum::tool

@@ -15,6 +15,7 @@ struct SetOptions {
   std::string value;
   std::string flags;
   bool create = false;
+  SaveSettings saving;
 };
 
 constexpr const char* kFooter =
@@ -34,13 +35,23 @@ void WarnOfComment(const SetOptions& options, ToolContext& context) {
   }
 }
 
-void Run(const SetOptions& options, ToolContext& context) {
+/// Which occurrence is the next one to create depends on the file as it is. Any other change stands
+/// beside those of other programs.
+FileConflict OnConflict(const SetOptions& options) {
+  return options.create ? FileConflict::Refuse : FileConflict::Merge;
+}
+
+bool Edit(const SetOptions& options, ToolContext& context) {
   const CString value = ArgumentText(options.value, "VALUE");
   LoadedSection loaded = LoadSection(options.attribute, context);
-  if (ChangeAttribute(loaded, {value, options.flags, options.create})) {
-    WarnOfComment(options, context);
-    SaveConfigFile(loaded.file, options.attribute.file);
+  if (!ChangeAttribute(loaded, {value, options.flags, options.create})) {
+    return true;
   }
+  if (!SaveConfigFile(loaded.file, options.attribute.file, options.saving, OnConflict(options))) {
+    return false;
+  }
+  WarnOfComment(options, context);
+  return true;
 }
 
 }  // namespace
@@ -53,8 +64,9 @@ void AddSetCommand(CLI::App& app, ToolContext& context) {
   command->add_option("--flags", options->flags, "The new flags, or changes to them")
       ->type_name("WORD");
   command->add_flag("--create", options->create, "Make the attribute when it is missing");
+  AddSaveOptions(*command, options->saving);
   command->footer(kFooter);
-  command->callback([options, &context] { Run(*options, context); });
+  command->callback([options, &context] { UntilSaved([&] { return Edit(*options, context); }); });
 }
 
 }  // namespace lum::tool

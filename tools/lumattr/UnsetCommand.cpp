@@ -16,21 +16,30 @@ constexpr const char* kFooter =
     "  lumattr unset survey.cfg Survey MaxDepth\n"
     "  lumattr unset survey.cfg Survey 'Sensor(1)'";
 
-void Run(const AttributeArguments& arguments, ToolContext& context) {
-  LoadedSection loaded = LoadSection(arguments, context);
+struct UnsetOptions {
+  AttributeArguments attribute;
+  SaveSettings saving;
+};
+
+bool Edit(const UnsetOptions& options, ToolContext& context) {
+  LoadedSection loaded = LoadSection(options.attribute, context);
   const RemovalCount count = RemoveAttribute(loaded);
-  SaveConfigFile(loaded.file, arguments.file);
+  if (!SaveConfigFile(loaded.file, options.attribute.file, options.saving, FileConflict::Refuse)) {
+    return false;
+  }
   context.out << "items removed: " << count.removed << ", renamed: " << count.renamed << '\n';
+  return true;
 }
 
 }  // namespace
 
 void AddUnsetCommand(CLI::App& app, ToolContext& context) {
-  auto arguments = std::make_shared<AttributeArguments>();
+  auto options = std::make_shared<UnsetOptions>();
   CLI::App* command = app.add_subcommand("unset", "Remove an attribute and everything below it");
-  AddAttributeArguments(*command, *arguments);
+  AddAttributeArguments(*command, options->attribute);
+  AddSaveOptions(*command, options->saving);
   command->footer(kFooter);
-  command->callback([arguments, &context] { Run(*arguments, context); });
+  command->callback([options, &context] { UntilSaved([&] { return Edit(*options, context); }); });
 }
 
 }  // namespace lum::tool
