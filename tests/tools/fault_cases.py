@@ -117,8 +117,15 @@ def check_result(result, situation, content, call, effect, folder):
     return None
 
 
-def entries(folder):
-    return sorted(os.listdir(folder))
+def strays(folder, situation):
+    """What is neither a file of the situation nor a previous version with a whole content."""
+    found = []
+    for path in sorted(folder.iterdir()):
+        is_version = re.fullmatch(re.escape(situation.target) + r"\.bak\d", path.name)
+        if path.name not in ("a.cfg", situation.target) and not (
+                is_version and path.read_bytes() in (situation.old, situation.new)):
+            found.append(path.name)
+    return found
 
 
 def run_one(tool, situation, call, effect, flushed):
@@ -134,15 +141,14 @@ def run_one(tool, situation, call, effect, flushed):
         problem = check_result(result, situation, situation.content(folder), call, effect, flushed)
         if problem:
             return problem
-        expected = {"a.cfg"} | ({situation.target} if situation.content(folder) else set())
-        if effect != KILL and call.name != "unlink" and set(entries(folder)) != expected:
-            return f"left behind: {entries(folder)}"
+        if effect != KILL and call.name != "unlink" and strays(folder, situation):
+            return f"left behind: {strays(folder, situation)}"
         again = subprocess.run([tool, *situation.arguments], cwd=folder, capture_output=True,
                                check=False, stdin=subprocess.DEVNULL)
         if again.returncode != 0 or situation.content(folder) != situation.new:
             return f"the next save fails: {again.stderr!r}"
-        if set(entries(folder)) != {"a.cfg", situation.target}:
-            return f"left behind after the next save: {entries(folder)}"
+        if strays(folder, situation):
+            return f"left behind after the next save: {strays(folder, situation)}"
     return None
 
 
