@@ -42,6 +42,16 @@ int FirstFree(CFileCalls& calls, const Path& path, int version) {
   return errno == ENOENT ? version : 0;
 }
 
+// Where there are no links, a copy tells that an earlier save came as far as this: it is one
+// version too many, with the very bytes.
+bool IsCopiedAlready(CFileCalls& calls, const CTarget& target, int count) {
+  std::string now;
+  std::string copied;
+  return FirstFree(calls, target.path, 1) > count + 1 &&
+         ReadFile(calls, VersionOf(target.path, 1), copied.max_size(), copied) &&
+         ReadFile(calls, target.path, now.max_size(), now) && copied == now;
+}
+
 // Versions move up to the first free number only: a save that fails or is killed here leaves a free
 // number, and the next one does not move the others any further.
 bool MoveVersionsUp(CFileCalls& calls, const Path& path) {
@@ -57,7 +67,8 @@ bool MoveVersionsUp(CFileCalls& calls, const Path& path) {
 }  // namespace
 
 bool KeepVersions(CFileCalls& calls, const CTarget& target, int count) {
-  if (count <= 0 || !target.exists || IsKeptAlready(calls, target)) {
+  if (count <= 0 || !target.exists || IsKeptAlready(calls, target) ||
+      IsCopiedAlready(calls, target, count)) {
     return true;
   }
   CTemporaryFile first(calls);

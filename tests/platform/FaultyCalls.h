@@ -10,6 +10,7 @@
 #include <cerrno>
 #include <csignal>
 #include <functional>
+#include <map>
 #include <set>
 #include <string>
 #include <utility>
@@ -75,6 +76,8 @@ class CFaultyCalls : public detail::CFileCalls {
   bool HasLeftInPlace(const Path& path) const {
     return m_hasFolderFlushFailed && m_named.count(path.filename()) > 0;
   }
+  /// True when the system has said that what was written to a new file may be lost.
+  bool HasLostBytes() const { return m_hasLostBytes; }
   /// Called before every call of the save and with its kind.
   std::function<void(CallKind)> onCall;
   /// Called instead of waiting.
@@ -84,6 +87,7 @@ class CFaultyCalls : public detail::CFileCalls {
     const int descriptor = Do(CallKind::Open, [&] { return CFileCalls::Open(path, flags, mode); });
     if (descriptor >= 0) {
       m_open.insert(descriptor);
+      m_isNew[descriptor] = (flags & O_CREAT) != 0;
     } else if ((flags & O_DIRECTORY) != 0 && errno != EACCES) {
       // Some folders may be written only; any other that cannot be opened should be flushed.
       m_hasFolderFlushFailed = true;
@@ -96,8 +100,9 @@ class CFaultyCalls : public detail::CFileCalls {
     });
   }
   ssize_t Write(int descriptor, const void* bytes, std::size_t size) override {
-    return Do(CallKind::Write,
-              [&] { return CFileCalls::Write(descriptor, bytes, m_isShort ? 1 : size); });
+    return NoteLoss(descriptor, Do(CallKind::Write, [&] {
+                      return CFileCalls::Write(descriptor, bytes, m_isShort ? 1 : size);
+                    }));
   }
   int ChangeOwner(int descriptor, uid_t user, gid_t group) override {
     return Do(CallKind::ChangeOwner,
@@ -108,7 +113,7 @@ class CFaultyCalls : public detail::CFileCalls {
   }
   /// Does not wait for the disk: no test pulls the plug.
   int Flush(int descriptor) override {
-    const int result = Do(CallKind::Flush, [] { return 0; });
+    const int result = NoteLoss(descriptor, Do(CallKind::Flush, [] { return 0; }));
     struct stat status = {};
     const int error = errno;
     if (result != 0 && ::fstat(descriptor, &status) == 0 && S_ISDIR(status.st_mode)) {
@@ -121,7 +126,8 @@ class CFaultyCalls : public detail::CFileCalls {
   int Close(int descriptor) override {
     EraseOpen(descriptor);
     const int before = m_hits;
-    const int result = Do(CallKind::Close, [&] { return CFileCalls::Close(descriptor); });
+    const int result =
+        NoteLoss(descriptor, Do(CallKind::Close, [&] { return CFileCalls::Close(descriptor); }));
     if (result != 0 && m_hits != before) {
       const int error = errno;
       CFileCalls::Close(descriptor);
@@ -172,6 +178,12 @@ class CFaultyCalls : public detail::CFileCalls {
   }
 
  private:
+  template <typename Result>
+  Result NoteLoss(int descriptor, Result result) {
+    m_hasLostBytes = m_hasLostBytes || (result < 0 && errno != EINTR && m_isNew[descriptor]);
+    return result;
+  }
+
   int Name(const Path& path, int result) {
     if (result == 0) {
       m_named.insert(path.filename());
@@ -245,6 +257,8 @@ class CFaultyCalls : public detail::CFileCalls {
   std::vector<CallKind> m_made;
   std::set<int> m_open;
   std::set<Path> m_named;
+  std::map<int, bool> m_isNew;
+  bool m_hasLostBytes = false;
   int m_hits = 0;
   int m_paused = 0;
   bool m_isShort = false;

@@ -94,6 +94,7 @@ class FileFaults : public testing::TestWithParam<CSituation> {
                           FileSaveResult result, const CFault& fault) {
     const bool isSaved = result == situated.Success();
     EXPECT_TRUE(isSaved || result == FileSaveResult::Failed) << static_cast<int>(result);
+    EXPECT_FALSE(isSaved && calls.HasLostBytes()) << "what may be lost is not saved";
     const bool isNew = isSaved || calls.HasLeftInPlace(situated.Target());
     EXPECT_EQ(situated.Content(), isNew ? situated.NewContent() : situated.OldContent());
     if (isSaved) {
@@ -237,10 +238,9 @@ TEST_P(FileFaults, MergeWhatOtherProgramsWriteUntilTheLastLook) {
     return;
   }
   const std::vector<CallKind> made = CallsOfASave();
-  std::size_t lastLook = 0;
-  for (std::size_t i = 0; i < made.size(); ++i) {
-    lastLook = made[i] == CallKind::Status ? i : lastLook;
-  }
+  // The new file is flushed and closed, then comes the look.
+  const auto flush = std::find(made.begin(), made.end(), CallKind::Flush);
+  const auto lastLook = static_cast<std::size_t>(std::distance(made.begin(), flush)) + 2;
   for (std::size_t moment = 0; moment <= lastLook; ++moment) {
     SCOPED_TRACE(std::string("before call ") + std::to_string(moment + 1));
     CSituated situated(GetParam());
@@ -328,6 +328,7 @@ TEST(FileLocks, CountOnlyOnTheFileThatHasTheName) {
       const int holder = other.Open(situated.Target(), O_RDONLY, 0);
       ASSERT_EQ(other.Lock(holder), 0);
       calls.onPause = [&calls, holder] {
+        EXPECT_EQ(std::count(calls.Made().begin(), calls.Made().end(), CallKind::Write), 0);
         lum::detail::CFileCalls().Close(holder);
         calls.onPause = nullptr;
       };
@@ -336,6 +337,26 @@ TEST(FileLocks, CountOnlyOnTheFileThatHasTheName) {
   EXPECT_EQ(situated.Save(calls), FileSaveResult::Merged);
   EXPECT_GT(calls.Paused(), 0);
   EXPECT_EQ(situated.Content(), "[S]\na=1\nnext=7\nmine=1\n");
+}
+
+// A new file's savers have no lock in common: each must respect what the other has begun.
+TEST(FileLocks, ProtectWhatALivingSaverHasBegun) {
+  CSituated situated(kSituations[1]);
+  ASSERT_FALSE(std::filesystem::exists(situated.Target()));
+  CFaultyCalls calls;
+  bool isTried = false;
+  calls.onCall = [&](CallKind kind) {
+    if (kind == CallKind::Flush && !std::exchange(isTried, true)) {
+      lum::testing::CSavedDocument other;
+      other.Set(L"S", L"other", L"1");
+      CFaultyCalls others;
+      EXPECT_EQ(other.Save(situated.Path(), {}, others), FileSaveResult::Saved);
+      EXPECT_EQ(situated.StrayCount(), 1u);
+    }
+  };
+  EXPECT_EQ(situated.Save(calls), FileSaveResult::Saved);
+  EXPECT_TRUE(isTried);
+  EXPECT_EQ(situated.StrayCount(), 0u);
 }
 
 // ---- Durability

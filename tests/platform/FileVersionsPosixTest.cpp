@@ -3,8 +3,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/FileObject.h"
@@ -16,7 +18,6 @@
 namespace {
 
 namespace fs = std::filesystem;
-using lum::testing::CallKind;
 using lum::testing::CFaultyCalls;
 using lum::testing::CSavedDocument;
 
@@ -162,34 +163,62 @@ TEST_F(FileVersions, KeepPermissionsAndOwner) {
 
 // ---- What stands in the way
 
+class CLinklessCalls : public CFaultyCalls {
+ public:
+  int Link(const Path&, const Path&) override {
+    errno = EPERM;
+    return -1;
+  }
+};
+
 TEST_F(FileVersions, AreCopiesWhereThereAreNoLinks) {
   CSavedDocument saved;
   for (int count = 1; count <= 4; ++count) {
-    CFaultyCalls calls;
+    CLinklessCalls calls;
     CString value;
     value.Format(L"%d", count);
     saved.Set(L"S", L"count", value);
-    // The first link that is asked for, and all others.
-    const CSavedDocument before = saved;
-    saved.Save(File(), {FileConflict::Merge, 2}, calls);
-    const auto link = std::find(calls.Made().begin(), calls.Made().end(), CallKind::Link);
-    ASSERT_NE(link, calls.Made().end());
-    const int number = static_cast<int>(std::distance(calls.Made().begin(), link)) + 1;
-    if (count == 1) {
-      fs::remove(File());
-    } else {
-      fs::rename(Version(1), File());
-      for (int version = 2; fs::exists(Version(version)); ++version) {
-        fs::rename(Version(version), Version(version - 1));
-      }
-    }
-    saved = before;
-    CFaultyCalls linkless({number, EPERM, CFaultyCalls::kForEver, false});
-    ASSERT_EQ(saved.Save(File(), {FileConflict::Merge, 2}, linkless), FileSaveResult::Saved);
-    EXPECT_GT(linkless.HitCount(), 0);
+    ASSERT_EQ(saved.Save(File(), {FileConflict::Merge, 2}, calls), FileSaveResult::Saved);
+    EXPECT_EQ(calls.OpenCount(), 0u);
   }
-  EXPECT_EQ(Counts().substr(0, 9), "4 1:3 2:2");
-  EXPECT_NE(fs::hard_link_count(Version(1)), 2u);
+  EXPECT_EQ(Counts(), "4 1:3 2:2");
+  EXPECT_EQ(m_folder.EntryCount(), 3u);
+}
+
+// No links, and the file itself cannot be replaced.
+class CStubbornCalls : public CLinklessCalls {
+ public:
+  explicit CStubbornCalls(fs::path target) : m_target(std::move(target)) {}
+
+  int Rename(const Path& from, const Path& to) override {
+    if (to == m_target) {
+      errno = EPERM;
+      return -1;
+    }
+    return CFaultyCalls::Rename(from, to);
+  }
+
+ private:
+  fs::path m_target;
+};
+
+TEST_F(FileVersions, AreCopiedOnceHoweverOftenASaveFails) {
+  for (int count = 1; count <= 4; ++count) {
+    ASSERT_TRUE(SaveCount(count, 2));
+  }
+  EXPECT_EQ(Counts(), "4 1:3 2:2");
+  CSavedDocument saved;
+  saved.Load(File());
+  saved.Set(L"S", L"count", L"5");
+  for (int round = 0; round < 5; ++round) {
+    CStubbornCalls calls(File());
+    EXPECT_EQ(saved.Save(File(), {FileConflict::Merge, 2}, calls), FileSaveResult::Failed);
+    EXPECT_EQ(Counts(), "4 1:4 2:3 3:2");
+    EXPECT_EQ(m_folder.EntryCount(), 4u);
+  }
+  CFaultyCalls calls;
+  EXPECT_EQ(saved.Save(File(), {FileConflict::Merge, 2}, calls), FileSaveResult::Saved);
+  EXPECT_EQ(Counts(), "5 1:4 2:3");
 }
 
 TEST_F(FileVersions, RefuseTheSaveWhenAFolderHasTheirName) {
