@@ -48,7 +48,7 @@ TEST(Error, StandardErrorGetsNoControlCharacters) {
                                       L"1m\u00A0.def",
                                       0),
                             "General"),
-            "General: cannot open \"a [2J b    1m\xC2\xA0.def\"\n");
+            "General: cannot open \"a [2J b   1m\xC2\xA0.def\"\n");
 }
 
 TEST(Error, StandardErrorIsUtf8) {

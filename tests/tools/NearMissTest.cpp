@@ -2,11 +2,14 @@
 #include "tools/lumattr/NearMiss.h"
 
 #include <gtest/gtest.h>
+
 #include <algorithm>
 #include <random>
-
 #include <string>
+#include <utility>
 #include <vector>
+
+#include "tools/lumattr/Text.h"
 
 namespace lum::tool {
 namespace {
