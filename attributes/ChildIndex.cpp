@@ -26,15 +26,11 @@ void CChildIndex::IndexNewChildren(Siblings siblings) {
 void CChildIndex::IndexChild(Siblings siblings, std::uint32_t pos) {
   const std::wstring_view name = View(siblings[pos]->Mnemonic());
   const std::uint32_t nameHash = HashText(name);
-  std::size_t place = SlotOf(siblings, name, nameHash, 0);
-  const std::uint32_t first = ChildAt(place, name, 0);
-  int occurrence = 0;
-  if (first != kFree) {
-    occurrence = m_places[first].count;
-    place = SlotOf(siblings, name, nameHash, occurrence);
-  }
-  if (place != kNowhere) {
-    m_slots[place] = {HashKey(nameHash, occurrence), pos};
+  const std::uint32_t first = ChildOf(siblings, name, nameHash, 0);
+  const int occurrence = first != kFree ? m_places[first].count : 0;
+  const std::uint32_t hash = HashKey(nameHash, occurrence);
+  if (const std::size_t place = PlaceOf(hash, kFree); place != kNowhere) {
+    m_slots[place] = {hash, pos};
   } else {
     m_crowded[std::wstring(name)].emplace(occurrence, pos);
   }
@@ -45,29 +41,29 @@ void CChildIndex::IndexChild(Siblings siblings, std::uint32_t pos) {
 bool CChildIndex::Rename(Siblings siblings, const CAttributeMap& child,
                          std::wstring_view newName) noexcept {
   const std::wstring_view oldName = View(child.Mnemonic());
-  const std::size_t oldPlace = SlotOf(siblings, oldName, HashText(oldName), 0);
+  const std::uint32_t oldHash = HashText(oldName);
   const std::uint32_t newHash = HashText(newName);
-  const std::size_t newPlace = SlotOf(siblings, newName, newHash, 0);
-  if (!m_crowded.empty() || newPlace == kNowhere || m_slots[newPlace].pos != kFree) {
+  const std::uint32_t pos = ChildOf(siblings, oldName, oldHash, 0);
+  if (m_places[pos].count != 1 || ChildOf(siblings, newName, newHash, 0) != kFree ||
+      !m_crowded.empty()) {
     return false;
   }
-  const std::uint32_t pos = m_slots[oldPlace].pos;
-  if (m_places[pos].count != 1) {
+  RemoveSlot(PlaceOf(HashKey(oldHash, 0), pos));
+  const std::size_t place = PlaceOf(HashKey(newHash, 0), kFree);
+  if (place == kNowhere) {
     return false;
   }
-  RemoveSlot(oldPlace);
-  m_slots[SlotOf(siblings, newName, newHash, 0)] = {HashKey(newHash, 0), pos};
+  m_slots[place] = {HashKey(newHash, 0), pos};
   return true;
 }
 
 int CChildIndex::Find(Siblings siblings, std::wstring_view name, int occurrence) const noexcept {
-  const std::size_t slot = SlotOf(siblings, name, HashText(name), occurrence);
-  const std::uint32_t pos = ChildAt(slot, name, occurrence);
+  const std::uint32_t pos = ChildOf(siblings, name, HashText(name), occurrence);
   return pos != kFree ? static_cast<int>(pos) : -1;
 }
 
 int CChildIndex::Count(Siblings siblings, std::wstring_view name) const noexcept {
-  const std::uint32_t first = ChildAt(SlotOf(siblings, name, HashText(name), 0), name, 0);
+  const std::uint32_t first = ChildOf(siblings, name, HashText(name), 0);
   return first != kFree ? m_places[first].count : 0;
 }
 
@@ -120,14 +116,27 @@ void CChildIndex::RemoveSlot(std::size_t place) noexcept {
   m_slots[place] = Slot();
 }
 
-std::size_t CChildIndex::SlotOf(Siblings siblings, std::wstring_view name, std::uint32_t nameHash,
-                                int occurrence) const noexcept {
+std::uint32_t CChildIndex::ChildOf(Siblings siblings, std::wstring_view name,
+                                   std::uint32_t nameHash, int occurrence) const noexcept {
   const std::uint32_t hash = HashKey(nameHash, occurrence);
   std::size_t place = hash & (m_slots.size() - 1);
   for (std::size_t left = kLongestRun; left > 0; --left, place = Next(place)) {
     const Slot& slot = m_slots[place];
+    if (slot.pos == kFree) {
+      break;
+    }
     // Of one name, only the wanted occurrence has this hash.
-    if (slot.pos == kFree || (slot.hash == hash && View(siblings[slot.pos]->Mnemonic()) == name)) {
+    if (slot.hash == hash && View(siblings[slot.pos]->Mnemonic()) == name) {
+      return slot.pos;
+    }
+  }
+  return m_crowded.empty() ? kFree : FindCrowded(name, occurrence);
+}
+
+std::size_t CChildIndex::PlaceOf(std::uint32_t hash, std::uint32_t pos) const noexcept {
+  std::size_t place = hash & (m_slots.size() - 1);
+  for (std::size_t left = kLongestRun; left > 0; --left, place = Next(place)) {
+    if (m_slots[place].pos == pos) {
       return place;
     }
   }

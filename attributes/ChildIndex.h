@@ -62,15 +62,12 @@ class CChildIndex {
   void MakeRoom(std::size_t children);
   void RemoveSlot(std::size_t place) noexcept;
   void Enter(std::vector<Slot>::const_iterator first, std::vector<Slot>::const_iterator end);
-  /// The place of the slot that holds the key, or of the free one where it goes; kNowhere when the
-  /// key has no slot and finds no free one.
-  std::size_t SlotOf(Siblings siblings, std::wstring_view name, std::uint32_t nameHash,
-                     int occurrence) const noexcept;
-  /// The child of that key, or kFree. `slot` is what SlotOf gives for it.
-  std::uint32_t ChildAt(std::size_t slot, std::wstring_view name, int occurrence) const noexcept {
-    const std::uint32_t pos = slot == kNowhere ? kFree : m_slots[slot].pos;
-    return pos != kFree || m_crowded.empty() ? pos : FindCrowded(name, occurrence);
-  }
+  /// The child of that name and occurrence, or kFree.
+  std::uint32_t ChildOf(Siblings siblings, std::wstring_view name, std::uint32_t nameHash,
+                        int occurrence) const noexcept;
+  /// The place of a child's slot, or with kFree of the free one where an entry goes; kNowhere when
+  /// there is none.
+  std::size_t PlaceOf(std::uint32_t hash, std::uint32_t pos) const noexcept;
   std::uint32_t FindCrowded(std::wstring_view name, int occurrence) const noexcept;
   std::size_t Next(std::size_t place) const noexcept { return (place + 1) & (m_slots.size() - 1); }
 

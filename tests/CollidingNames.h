@@ -40,8 +40,10 @@ class CCollidingNames {
 
   CCollidingNames() {
     for (std::uint64_t& end : m_ends) {
-      const std::uint64_t high = m_random() & 0xFFFFFFFFU;
-      end = (high << 32 | (high ^ kHash)) * Inverse();
+      // The last two steps undone: what gives the hash, and what the shift made of the product.
+      std::uint64_t state = (std::uint64_t{kHash} << 32 | (m_random() & 0xFFFFFFFFU)) * Inverse();
+      state ^= state >> 32;
+      end = state * Inverse();
     }
     std::sort(m_ends.begin(), m_ends.end(), IsBefore);
   }

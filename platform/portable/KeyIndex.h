@@ -39,7 +39,8 @@ inline CKeyHash HashKey(const CFileText& key) {
   } else {
     ForEachEight(bytes.size(), [&](std::size_t place) { mix(ReadWord(bytes.data() + place, 8)); });
   }
-  return static_cast<CKeyHash>(hash);
+  // The upper half of a product depends on all bits: numbered keys do not crowd.
+  return static_cast<CKeyHash>(hash * kFactor >> 32);
 }
 inline CKeyHash HashKey(const CString& key) { return HashKey(CFileTextOf(key)); }
 

@@ -186,6 +186,22 @@ TEST(KeyHash, TellsNearlyAllTextsApart) {
   EXPECT_GE(hashes.size(), texts - 10);
 }
 
+TEST(KeyHash, NumberedTextsDoNotCrowd) {
+  for (const wchar_t* form : {L"Name%d", L"Sensor%d", L"Item%04d", L"Sensor%d.Offset", L"%x"}) {
+    CKeyIndex index;
+    int crowded = 0;
+    for (int number = 0; number < 100'000; ++number) {
+      CString text;
+      text.Format(form, number);
+      index.Add(HashKey(text), static_cast<CPoolIndex>(number), [&crowded] {
+        ++crowded;
+        return std::string();
+      });
+    }
+    EXPECT_EQ(crowded, 0) << std::wcslen(form) << " characters in the form";
+  }
+}
+
 TEST(KeyHash, NumberedTextsAreSpread) {
   for (const wchar_t* form : {L"Sensor%d", L"Sensor(%d)", L"Group%d.Part.Offset"}) {
     std::set<CKeyHash> homes;
