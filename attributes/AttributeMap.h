@@ -16,7 +16,10 @@ class CChildList;
 
 /// A tree node and the tree below it, which it owns. Copies are deep. Bulk operations (copy,
 /// destruction, Overload, Compare, loading, saving) take time in proportion to the number of nodes
-/// and use no call stack in proportion to the depth. A tree is not synchronised.
+/// and use no call stack in proportion to the depth.
+///
+/// Threads: distinct trees may be used in different threads, also copies of each other; one tree
+/// may be read and searched in several while none changes any node of it.
 class LUM_ATTRIBUTES_API CAttributeMap : public CAttributeRec {
  public:
   /// An undefined value, flags 0, no children.

@@ -11,7 +11,10 @@ struct NodeAccess;
 }
 
 /// A named value with flags; the base of the tree node CAttributeMap. It owns its value and every
-/// copy is deep. The value is never null except in a record that was moved from. Not synchronised.
+/// copy is deep. The value is never null except in a record that was moved from.
+///
+/// Threads: distinct records may be used in different threads; one may be read in several while
+/// none changes it or its value.
 class LUM_ATTRIBUTES_API CAttributeRec {
  public:
   /// The bits that mean something to this library; files hold the numbers, which never change. All

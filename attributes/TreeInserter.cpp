@@ -1,6 +1,7 @@
 // Putting read items into a tree.
 #include "attributes/TreeInserter.h"
 
+#include <algorithm>
 #include <memory>
 
 #include "definitions/AttribDefMap.h"
@@ -55,11 +56,16 @@ bool CTreeInserter::Insert(std::wstring_view path, unsigned int flags, const CSt
   return leaf != nullptr && SetLeaf(*leaf, flags, text);
 }
 
-/// The deepest group that the path shares with that of the item before. The steps end there.
+/// The deepest group that the path shares with that of the item before. The steps end there. Mostly
+/// that is the group before; else the paths are compared once, however many steps there are.
 CAttributeMap& CTreeInserter::LastCommonGroup(std::wstring_view path) {
-  while (!m_steps.empty() &&
-         !path.starts_with(std::wstring_view(m_lastPath).substr(0, m_steps.back().end))) {
-    m_steps.pop_back();
+  const std::wstring_view last = m_lastPath;
+  if (!m_steps.empty() && !path.starts_with(last.substr(0, m_steps.back().end))) {
+    const auto end = std::mismatch(path.begin(), path.end(), last.begin(), last.end()).first;
+    const auto common = static_cast<std::size_t>(end - path.begin());
+    while (!m_steps.empty() && m_steps.back().end > common) {
+      m_steps.pop_back();
+    }
   }
   m_lastPath.assign(path);
   return m_steps.empty() ? m_root : *m_steps.back().group;

@@ -147,7 +147,12 @@ bool CAttribDefMap::LoadDefFile(CString fileName, bool translate) {
 }
 
 void CAttribDefMap::Retire() {
-  m_retired.insert(m_retired.end(), m_records.begin(), m_records.end());
+  // A table that is emptied and given back again and again retires the same records each time.
+  const std::size_t count = m_records.size();
+  if (m_retired.size() < count ||
+      !std::equal(m_records.begin(), m_records.end(), m_retired.end() - NextIndex())) {
+    m_retired.insert(m_retired.end(), m_records.begin(), m_records.end());
+  }
   m_records.clear();
 }
 

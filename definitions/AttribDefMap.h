@@ -14,10 +14,11 @@
 
 #include "definitions/AttribDefRec.h"
 
-/// Definitions by mnemonic and by identifier. Copies of a table share its records. Meant to be
-/// loaded once and then read: const queries may run in several threads, nothing else is
-/// synchronised. Queries that answer through an output leave it unchanged when they return false,
-/// except where said.
+/// Definitions by mnemonic and by identifier. Copies of a table share its records. Queries that
+/// answer through an output leave it unchanged when they return false, except where said.
+///
+/// Threads: meant to be loaded once and then read; queries, GetAttribDefRec too, may run in several
+/// threads while none loads, assigns or registers, and while the translator does not change.
 class LUM_ATTRIBUTES_API CAttribDefMap {
  public:
   /// Fills a list with the choices of a list-type control.

@@ -7,7 +7,10 @@
 
 /// A definition: mnemonic, identifier, display name, value type, editor control, bitmap and default
 /// value, with the control-attribute text of its "@" line. Records belong to a CAttribDefMap;
-/// callers never free them. Copies are deep. Not synchronised.
+/// callers never free them. Copies are deep.
+///
+/// Threads: a record may be read in several threads while none changes it; tables that were copied
+/// from each other share their records.
 class LUM_ATTRIBUTES_API CAttribDefRec {
  public:
   /// All texts empty, all numbers 0, no default value.

@@ -3,7 +3,8 @@
 
 #include "platform/FrameworkString.h"
 
-/// A place or direction in space; units are the caller's.
+/// A place or direction in space; units are the caller's. Threads: plain data, as all records of
+/// this header: one may be read in several threads while none changes it.
 struct Point {
   double x = 0.0;
   double y = 0.0;
@@ -12,7 +13,7 @@ struct Point {
   friend bool operator==(const Point&, const Point&) = default;
 };
 
-/// Identifies a data stream by four numbers.
+/// Identifies a data stream by four numbers. Threads: as Point.
 class CDataId {
  public:
   CDataId() = default;
@@ -36,6 +37,7 @@ class CDataId {
 };
 
 /// Describes one item of a data stream: the stream's identifier and two numbers of the host family.
+/// Threads: as Point.
 class LUM_PLATFORM_API CDataInfo {
  public:
   CDataInfo() = default;
@@ -60,7 +62,7 @@ class LUM_PLATFORM_API CDataInfo {
   unsigned short m_channel = 0;
 };
 
-/// A named offset in space that belongs to a data stream.
+/// A named offset in space that belongs to a data stream. Threads: as Point.
 class CCompOffset {
  public:
   CCompOffset() = default;

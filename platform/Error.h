@@ -3,8 +3,10 @@
 
 #include "platform/FrameworkString.h"
 
-/// A message that can be reported under a category. The reporter is set at start-up, before several
-/// threads report.
+/// A message that can be reported under a category.
+///
+/// Threads: any thread may report, and the reporter runs in it, perhaps in several at once; it may
+/// be set at any time, but a report that has begun still goes to the one before.
 class LUM_PLATFORM_API Error {
  public:
   /// Receives a category and a message, both valid during the call only.
@@ -28,7 +30,7 @@ class LUM_PLATFORM_API Error {
   CString m_message;
 };
 
-/// A failed access to a file.
+/// A failed access to a file. Threads: as Error says.
 class LUM_PLATFORM_API FileError : public Error {
  public:
   enum CODE {

@@ -3,7 +3,10 @@
 
 #include "platform/PlatformExport.h"
 
-/// The host's clock. Sources are set at start-up, before several threads use them.
+/// The host's clock.
+///
+/// Threads: any thread may ask and set sources at any time; a source must allow calls from several
+/// threads. While the zone is asked for, nobody may change the environment of the process.
 class LUM_PLATFORM_API CExTime {
  public:
   /// The absolute time in milliseconds since 1970-01-01 00:00 UTC.

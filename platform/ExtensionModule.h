@@ -23,6 +23,8 @@ LUM_PLATFORM_API void AfxTermExtensionModule(AFX_EXTENSION_MODULE& module, bool 
 
 /// Makes a module's classes known to the host. Created with `new` by the module and owned by the
 /// framework from then on, which deletes it in AfxTermExtensionModule.
+///
+/// Threads: modules may be registered and taken back in any thread; the register is locked.
 class LUM_PLATFORM_API CDynLinkLibrary {
  public:
   explicit CDynLinkLibrary(AFX_EXTENSION_MODULE& module);

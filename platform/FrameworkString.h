@@ -53,6 +53,15 @@ inline bool RemoveOwner(std::atomic<int>& owners) noexcept {
 
 }  // namespace lum::detail
 
+/// No text is longer: whatever would be leaves as std::length_error, with the text as it was.
+inline constexpr int kMaxTextLength = 2'147'483'646;
+
+/// Widths and precisions of Format that are larger count as this: what a slip can allocate is
+/// bounded.
+inline constexpr int kMaxFormatField = 1'000'000;
+
+/// The string of one character type. Threads: distinct objects may be used in different threads,
+/// also copies of each other; one object may be read in several while none changes it.
 template <typename Ch>
 class LUM_PLATFORM_API LumFrameworkString {
  public:

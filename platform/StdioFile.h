@@ -8,7 +8,8 @@
 
 /// A text file open for reading. The encoding is found from the file itself: a byte order mark
 /// (UTF-8, UTF-16), else UTF-8 when the whole file is valid UTF-8, else the ANSI code page.
-/// Not synchronised.
+/// Threads: an open file belongs to one thread at a time, as reading moves its place; distinct ones
+/// may be used in different threads, also on one file.
 class LUM_PLATFORM_API CStdioFile {
  public:
   /// Flags of Open; their numbers are the framework's.

@@ -6,7 +6,8 @@
 #include "platform/FrameworkString.h"
 
 /// An array of texts. Indexes are 0-based; an index outside [0, GetSize()) is a caller error unless
-/// said otherwise. Not synchronised.
+/// said otherwise. Threads: distinct arrays may be used in different threads; one may be read in
+/// several while none changes it.
 class CStringArray {
  public:
   int GetSize() const noexcept { return static_cast<int>(m_texts.size()); }

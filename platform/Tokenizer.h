@@ -13,7 +13,10 @@
 /// the blanks and tabs around it, must be one decimal number (an optional sign first) that the type
 /// can hold. `double` and `float` also take exponents and what "%f" writes for infinities and
 /// not-a-number; a magnitude too small for the type reads as zero, one too large is refused.
-/// `bool` takes 1, 0, true and false in any case. Not synchronised.
+/// `bool` takes 1, 0, true and false in any case.
+///
+/// Threads: distinct lists may be used in different threads; one may be read in several while none
+/// changes it.
 class LUM_PLATFORM_API CLumString {
  public:
   /// Splits `text`. `trim` strips blanks and tabs around each item; `merge` takes a run of

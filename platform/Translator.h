@@ -5,8 +5,9 @@
 
 #include "platform/FrameworkString.h"
 
-/// The translations of one process. Set up at start-up; afterwards it may be read from several
-/// threads, but not changed meanwhile.
+/// The translations of one process.
+///
+/// Threads: set up at start-up; afterwards it may be read in several threads while none changes it.
 class LUM_PLATFORM_API Translator {
  public:
   /// The process-wide translator, made when the platform is loaded; its language is not foreign

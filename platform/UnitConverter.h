@@ -3,7 +3,8 @@
 
 #include "platform/PlatformExport.h"
 
-/// Converts between the user's unit and the system's unit by a factor and an offset.
+/// Converts between the user's unit and the system's unit by a factor and an offset. Threads: never
+/// changes but by assignment; may be used in several threads while none assigns to it.
 class CLumUnitCnv {
  public:
   CLumUnitCnv() = default;

@@ -7,6 +7,7 @@
 
 /// Ints; the text is the numbers joined by commas. Reading replaces the list by the items up to the
 /// first that is no int, and always succeeds.
+/// Threads: as CLumType says.
 class LUM_ATTRIBUTES_API CLumIntArray : public CLumType {
  public:
   CLumIntArray() = default;
@@ -34,6 +35,7 @@ class LUM_ATTRIBUTES_API CLumIntArray : public CLumType {
 
 /// Doubles; the text is the shortest exact forms joined by commas. Reading replaces the list by the
 /// items up to the first that is no double, and always succeeds.
+/// Threads: as CLumType says.
 class LUM_ATTRIBUTES_API CLumDoubleArray : public CLumType {
  public:
   CLumDoubleArray() = default;
@@ -63,6 +65,7 @@ class LUM_ATTRIBUTES_API CLumDoubleArray : public CLumType {
 
 /// Names; the text is the names joined by commas, not quoted: a name that holds a comma reads back
 /// as two.
+/// Threads: as CLumType says.
 class LUM_ATTRIBUTES_API CLumNameArray : public CLumType {
  public:
   CLumNameArray() = default;

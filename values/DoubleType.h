@@ -29,6 +29,7 @@ class CHeldValue;
 ///   none keeps state; calls that share values between threads must be serialised by the caller.
 ///
 /// "lenient" turns bad input into a result, so that a formula goes on without a value missing.
+/// Threads: as CLumType says.
 class LUM_ATTRIBUTES_API CLumDouble : public CLumType {
  public:
   CLumDouble() = default;

@@ -12,6 +12,7 @@ class CHeldValue;
 /// scan reads them in its "C" locale (leading white space skipped, what follows the number ignored,
 /// overflow wrapped as there); float, vectors, lists and records as their own kinds read texts. A
 /// getter that fails returns 0 and leaves its outputs as they were.
+/// Threads: as CLumType says.
 class LUM_ATTRIBUTES_API CLumAnything : public CLumType {
  public:
   CLumAnything() = default;

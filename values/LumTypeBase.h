@@ -15,7 +15,10 @@
 
 /// The value base class. Typed accessors, GetValueStr and the formula operations return 1 (done) or
 /// 0 (not supported or failed; outputs are then exactly as they were). Accessors are strict: no
-/// kind converts to another scalar type, except CLumAnything. Values are not synchronised.
+/// kind converts to another scalar type, except CLumAnything.
+///
+/// Threads: distinct values may be used in different threads, also copies of each other; one value
+/// may be read in several while none changes it. Nothing is synchronised.
 class LUM_ATTRIBUTES_API CLumType {
  public:
   /// Type codes. Definition files and callers store these numbers: they never change.

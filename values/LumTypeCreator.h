@@ -15,7 +15,7 @@ struct LumTypeKind {
 };
 
 /// The value factory. Every function returns a new value that the caller owns and deletes, or null
-/// when the code names no kind or memory is short.
+/// when the code names no kind or memory is short. Threads: any thread may call any function.
 class LUM_ATTRIBUTES_API LumTypeCreator {
  public:
   LumTypeCreator& operator=(const LumTypeCreator&) = default;

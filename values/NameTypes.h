@@ -8,6 +8,7 @@ class CHeldValue;
 }
 
 /// A wide text. Appending another value appends its wide name, if it has one.
+/// Threads: as CLumType says.
 class LUM_ATTRIBUTES_API CLumName : public CLumType {
  public:
   CLumName() = default;
@@ -41,6 +42,7 @@ class LUM_ATTRIBUTES_API CLumName : public CLumType {
 
 /// Bytes, for names exchanged with 8-bit interfaces; taken as UTF-8 where wide text is asked for.
 /// It has no wide text form: only GetName and SetName convert.
+/// Threads: as CLumType says.
 class LUM_ATTRIBUTES_API CLumIoName : public CLumType {
  public:
   CLumIoName() = default;

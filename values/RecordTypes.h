@@ -4,6 +4,7 @@
 #include "values/LumTypeBase.h"
 
 /// A data-stream descriptor; the text is CDataInfo's own.
+/// Threads: as CLumType says.
 class LUM_ATTRIBUTES_API CLumDataInfo : public CLumType {
  public:
   CLumDataInfo() = default;
@@ -35,6 +36,7 @@ class LUM_ATTRIBUTES_API CLumDataInfo : public CLumType {
 /// A named component offset. The text has ten comma-separated items: the offset's two leading
 /// numbers, its name, the four numbers of its data identifier, and x, y, z. A name that holds a
 /// comma cannot be read back.
+/// Threads: as CLumType says.
 class LUM_ATTRIBUTES_API CLumCompOffset : public CLumType {
  public:
   CLumCompOffset() = default;

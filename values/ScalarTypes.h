@@ -9,6 +9,7 @@ class CHeldValue;
 }
 
 /// No value: every access is refused.
+/// Threads: as CLumType says.
 class LUM_ATTRIBUTES_API CLumUndefined : public CLumType {
  public:
   CLumUndefined() = default;
@@ -22,6 +23,7 @@ class LUM_ATTRIBUTES_API CLumUndefined : public CLumType {
 };
 
 /// A truth value; its text is "1" or "0".
+/// Threads: as CLumType says.
 class LUM_ATTRIBUTES_API CLumBool : public CLumType {
  public:
   CLumBool(bool value) noexcept : m_value(value) {}
@@ -46,6 +48,7 @@ class LUM_ATTRIBUTES_API CLumBool : public CLumType {
 };
 
 /// A signed 32-bit number; its text is decimal ("%d").
+/// Threads: as CLumType says.
 class LUM_ATTRIBUTES_API CLumInt : public CLumType {
  public:
   CLumInt(int value) noexcept : m_value(value) {}
@@ -70,6 +73,7 @@ class LUM_ATTRIBUTES_API CLumInt : public CLumType {
 };
 
 /// An unsigned 32-bit number; its text is decimal ("%u").
+/// Threads: as CLumType says.
 class LUM_ATTRIBUTES_API CLumUInt : public CLumType {
  public:
   CLumUInt(unsigned int value) noexcept : m_value(value) {}
@@ -95,6 +99,7 @@ class LUM_ATTRIBUTES_API CLumUInt : public CLumType {
 
 /// An unsigned 64-bit number; its text is decimal. Reading takes the number a text begins with,
 /// as the C runtime's scan of an unsigned 64-bit number does: what follows it is ignored.
+/// Threads: as CLumType says.
 class LUM_ATTRIBUTES_API CLumULongLong : public CLumType {
  public:
   CLumULongLong(std::uint64_t value) noexcept : m_value(value) {}
@@ -119,6 +124,7 @@ class LUM_ATTRIBUTES_API CLumULongLong : public CLumType {
 };
 
 /// A float (IEEE 754 binary32); its text has six digits after the point ("%f").
+/// Threads: as CLumType says.
 class LUM_ATTRIBUTES_API CLumFloat : public CLumType {
  public:
   CLumFloat(float value) noexcept : m_value(value) {}

@@ -51,7 +51,8 @@ inline std::uint32_t HashText(std::wstring_view text) noexcept {
   for (; at != end; ++at) {
     mixIn(static_cast<std::uint64_t>(*at));
   }
-  return static_cast<std::uint32_t>(hash);
+  // The upper half of a product depends on all bits: numbered names do not crowd.
+  return static_cast<std::uint32_t>(hash * kSpread >> 32);
 }
 
 /// False for the visible characters of ASCII, which no trimming takes away. What it does take away

@@ -4,6 +4,7 @@
 #include "values/LumTypeBase.h"
 
 /// Two doubles; the text is "%f,%f".
+/// Threads: as CLumType says.
 class LUM_ATTRIBUTES_API CLumDouble2D : public CLumType {
  public:
   CLumDouble2D() = default;
@@ -41,6 +42,7 @@ class LUM_ATTRIBUTES_API CLumDouble2D : public CLumType {
 };
 
 /// Three doubles, also a point in space; the text is "%f,%f,%f".
+/// Threads: as CLumType says.
 class LUM_ATTRIBUTES_API CLumDouble3D : public CLumType {
  public:
   CLumDouble3D() = default;

@@ -22,6 +22,13 @@ CFileRecord LoadedRecord(CFileRecord::Kind kind, CByteSpan line) {
   return record;
 }
 
+/// A section's name, as the index of sections asks for it.
+struct NameText {
+  const CString& name;
+
+  std::string operator()() const { return OrderedForm(CFileTextOf(name)); }
+};
+
 }  // namespace
 
 CFileDocument::CFileDocument() : m_endsLinesWithReturn(kSystemEndsLinesWithReturn) {
@@ -78,16 +85,19 @@ void CFileDocument::FinishLoading() {
 
 void CFileDocument::IndexLoaded(CFileSection& section, CPoolIndex item) {
   CFileRecord& record = m_records[item];
-  const CPoolIndex older = section.items.Find(record.keyHash, [&](CPoolIndex other) {
-    return m_store.Text(m_records[other].key) == m_store.Text(record.key);
-  });
+  const CPoolIndex older = section.items.Find(
+      record.keyHash,
+      [&](CPoolIndex other) {
+        return m_store.Text(m_records[other].key) == m_store.Text(record.key);
+      },
+      KeyTextOf(item));
   if (older == kNoIndex) {
-    section.items.Add(record.keyHash, item);
+    section.items.Add(record.keyHash, item, KeyTextOf(item));
     return;
   }
   record.older = older;
   m_records[older].isShadowed = true;
-  section.items.Replace(record.keyHash, older, item);
+  section.items.Replace(record.keyHash, older, item, KeyTextOf(item));
   --section.itemCount;
 }
 
@@ -113,7 +123,8 @@ CPoolIndex CFileDocument::FindNamed(const CString& name) const {
     return m_recentSection;
   }
   return m_sectionsByName.Find(
-      HashKey(name), [&](CPoolIndex section) { return m_sections[section].name == name; });
+      HashKey(name), [&](CPoolIndex section) { return m_sections[section].name == name; },
+      NameText{name});
 }
 
 CPoolIndex CFileDocument::FindSection(const CString& name) const {
@@ -144,7 +155,8 @@ void CFileDocument::RemoveSection(CPoolIndex section) {
     block = next;
   }
   if (section != kTopSection) {
-    m_sectionsByName.Remove(m_sections[section].nameHash, section);
+    m_sectionsByName.Remove(m_sections[section].nameHash, section,
+                            NameText{m_sections[section].name});
     m_sections.Free(section);
     m_recentSection = kNoIndex;
     return;
@@ -172,7 +184,7 @@ CPoolIndex CFileDocument::AddSection(const CString& name) {
   section.name = name;
   const CKeyHash hash = section.nameHash = HashKey(name);
   const CPoolIndex index = m_sections.Add(section);
-  m_sectionsByName.Add(hash, index);
+  m_sectionsByName.Add(hash, index, NameText{name});
   m_recentSection = index;
   return index;
 }

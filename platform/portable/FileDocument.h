@@ -144,6 +144,10 @@ class CFileDocument {
 
   CStoredText Keep(CByteSpan loaded);
   void IndexLoaded(CFileSection& section, CPoolIndex item);
+  /// An item's key, as the index of its section asks for it.
+  auto KeyTextOf(CPoolIndex item) const {
+    return [this, item] { return OrderedForm(Key(item)); };
+  }
   CPoolIndex FindNamed(const CString& name) const;
   CPoolIndex AddSection(const CString& name);
   CPoolIndex AddBlock(CPoolIndex section, const CFileRecord& header);

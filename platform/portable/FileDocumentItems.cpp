@@ -16,7 +16,8 @@ CPoolIndex CFileDocument::FindItem(CPoolIndex section, const CFileText& key) con
 CPoolIndex CFileDocument::FindRecord(CPoolIndex section, const CFileText& key,
                                      CKeyHash hash) const {
   return m_sections[section].items.Find(
-      hash, [&](CPoolIndex item) { return m_store.Text(m_records[item].key) == key; });
+      hash, [&](CPoolIndex item) { return m_store.Text(m_records[item].key) == key; },
+      [&] { return OrderedForm(key); });
 }
 
 CPoolIndex CFileDocument::NextItem(CPoolIndex record) const {
@@ -92,7 +93,7 @@ bool CFileDocument::RemoveItem(CPoolIndex section, const CFileText& key) {
 
 // Removes the record that counts for a key and those it overrides.
 void CFileDocument::RemoveKey(CPoolIndex section, CPoolIndex item) {
-  m_sections[section].items.Remove(m_records[item].keyHash, item);
+  m_sections[section].items.Remove(m_records[item].keyHash, item, KeyTextOf(item));
   while (item != kNoIndex) {
     const CPoolIndex older = m_records[item].older;
     RemoveRecord(item);
@@ -108,8 +109,8 @@ bool CFileDocument::RenameItem(CPoolIndex section, const CFileText& key, const C
   }
   TidyTexts();
   const CKeyHash newHash = HashKey(newKey);
-  m_sections[section].items.Remove(m_records[item].keyHash, item);
-  m_sections[section].items.Add(newHash, item);
+  m_sections[section].items.Remove(m_records[item].keyHash, item, KeyTextOf(item));
+  m_sections[section].items.Add(newHash, item, [&] { return OrderedForm(newKey); });
   for (CPoolIndex line = item; line != kNoIndex; line = m_records[line].older) {
     CFileRecord& renamed = m_records[line];
     const CStoredText added = m_store.AddText(newKey);
@@ -141,7 +142,8 @@ bool CFileDocument::InsertItem(CPoolIndex section, const CFileText& beforeKey, c
   const CKeyHash hash = HashKey(key);
   CFileRecord item = NewItem(key, hash, value);
   item.order = m_records[above].order;
-  m_sections[section].items.Add(hash, InsertAfter(above, item));
+  const CPoolIndex added = InsertAfter(above, item);
+  m_sections[section].items.Add(hash, added, KeyTextOf(added));
   ++m_sections[section].itemCount;
   return true;
 }
@@ -229,7 +231,7 @@ void CFileDocument::AddItem(CPoolIndex section, const CFileRecord& item) {
   const CPoolIndex place = owner.cursor != kNoIndex ? owner.cursor : EndOfItems(section);
   const CPoolIndex added = InsertAfter(place, item);
   m_records[added].order = owner.cursorOrder;
-  owner.items.Add(item.keyHash, added);
+  owner.items.Add(item.keyHash, added, KeyTextOf(added));
   ++owner.itemCount;
   if (owner.cursor != kNoIndex) {
     owner.cursor = added;
@@ -338,7 +340,7 @@ void CFileDocument::ForgetRemembered(CPoolIndex section, bool loadedToo) {
       return;
     }
     if (!record.isShadowed) {
-      m_sections[section].items.Remove(record.keyHash, index);
+      m_sections[section].items.Remove(record.keyHash, index, KeyTextOf(index));
     }
     RemoveRecord(index);
   });

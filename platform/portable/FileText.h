@@ -46,4 +46,9 @@ void ReadText(const CFileText& text, CString& output);
 CString ToCString(const CFileText& text);
 std::wstring WideChars(const CFileText& text);
 
+/// The text in bytes that are as different as the texts, for ordered containers.
+inline std::string OrderedForm(const CFileText& text) {
+  return std::string(1, text.isWide ? 'w' : 'a').append(text.bytes);
+}
+
 }  // namespace lum::detail

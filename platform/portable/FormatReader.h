@@ -6,6 +6,7 @@
 #include <cstdarg>
 #include <string_view>
 
+#include "platform/FrameworkString.h"
 #include "platform/portable/FormatConversion.h"
 
 namespace lum::detail {
@@ -47,9 +48,6 @@ class CFormatReader {
   std::basic_string_view<Ch> Rest() const { return m_rest; }
 
  private:
-  // A width or precision is a number in the program; this bounds what a slip can allocate.
-  static constexpr int kLargestField = 1'000'000;
-
   bool Take(char expected) {
     if (m_rest.empty() || m_rest.front() != static_cast<Ch>(expected)) {
       return false;
@@ -86,12 +84,12 @@ class CFormatReader {
   // A number in the format or, for "*", an argument, which may be negative.
   int ReadField() {
     if (Take('*')) {
-      return std::clamp(m_arguments.Take<int>(), -kLargestField, kLargestField);
+      return std::clamp(m_arguments.Take<int>(), -kMaxFormatField, kMaxFormatField);
     }
     int number = 0;
     for (; !m_rest.empty() && m_rest.front() >= '0' && m_rest.front() <= '9';
          m_rest.remove_prefix(1)) {
-      number = std::min(number * 10 + static_cast<int>(m_rest.front() - '0'), kLargestField);
+      number = std::min(number * 10 + static_cast<int>(m_rest.front() - '0'), kMaxFormatField);
     }
     return number;
   }

@@ -15,8 +15,8 @@
 
 namespace {
 
-// One below the largest int, so that the length with its NUL is an int too.
-constexpr int kMaxLength = std::numeric_limits<int>::max() - 1;
+// The length with its NUL is an int too.
+static_assert(kMaxTextLength == std::numeric_limits<int>::max() - 1);
 
 // The first growth of a text makes room for a few more characters at once.
 constexpr int kSmallestGrowth = 15;
@@ -25,7 +25,7 @@ template <typename Ch>
 constexpr Ch kWhiteSpace[] = {' ', '\t', '\n', '\v', '\f', '\r', 0};
 
 int SumOfLengths(int a, int b) {
-  if (a > kMaxLength - b) {
+  if (a > kMaxTextLength - b) {
     throw std::length_error("text too long");
   }
   return a + b;
@@ -37,7 +37,7 @@ int GrownCapacity(int length, int wanted) {
     return length;
   }
   const int half = length / 2;
-  const int grown = length > kMaxLength - half ? kMaxLength : length + half;
+  const int grown = length > kMaxTextLength - half ? kMaxTextLength : length + half;
   return std::max({wanted, grown, kSmallestGrowth});
 }
 
@@ -100,7 +100,7 @@ Ch* LumFrameworkString<Ch>::Allocate(int capacity) {
   static_assert(alignof(Header) <= __STDCPP_DEFAULT_NEW_ALIGNMENT__);
   constexpr std::size_t kMostChars =
       (std::numeric_limits<std::size_t>::max() - sizeof(Header)) / sizeof(Ch) - 1;
-  if (capacity < 0 || capacity > kMaxLength || Size(capacity) > kMostChars) {
+  if (capacity < 0 || capacity > kMaxTextLength || Size(capacity) > kMostChars) {
     throw std::length_error("text too long");
   }
   void* memory = ::operator new(sizeof(Header) + (Size(capacity) + 1) * sizeof(Ch));

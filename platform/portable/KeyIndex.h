@@ -1,12 +1,18 @@
 // CKeyIndex: finds objects of a pool by the hashes of their keys. The keys themselves stay in the
 // objects; the table holds hashes and places alone, side by side, so that it stays small, is copied
 // as it is and a look-up touches little memory.
+//
+// Whoever writes a file may choose keys whose hashes are equal. So no search goes further than
+// kLongestRun places, which keys that are not chosen so never need, and a key that finds no place
+// there goes to an ordered map: its look-up takes a logarithmic time, whatever the keys are.
 #pragma once
 
 #include <algorithm>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <map>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -33,24 +39,35 @@ inline CKeyHash HashKey(const CFileText& key) {
   } else {
     ForEachEight(bytes.size(), [&](std::size_t place) { mix(ReadWord(bytes.data() + place, 8)); });
   }
-  return static_cast<CKeyHash>(hash);
+  // The upper half of a product depends on all bits: numbered keys do not crowd.
+  return static_cast<CKeyHash>(hash * kFactor >> 32);
 }
 inline CKeyHash HashKey(const CString& key) { return HashKey(CFileTextOf(key)); }
 
+/// Of every call, `keyText()` gives the key in question as CFileText's OrderedForm does; it is only
+/// called when keys crowd.
 class CKeyIndex {
  public:
+  /// So far from the place that its hash names an object may stand.
+  static constexpr std::size_t kLongestRun = 128;
+
   /// The object of that hash for which `hasKey(object)` holds; kNoIndex when there is none.
-  template <typename HasKey>
-  CPoolIndex Find(CKeyHash hash, HasKey hasKey) const {
+  template <typename HasKey, typename KeyText>
+  CPoolIndex Find(CKeyHash hash, HasKey hasKey, KeyText keyText) const {
     if (m_slots.empty()) {
       return kNoIndex;
     }
-    for (std::size_t place = Home(hash);; place = Next(place)) {
+    std::size_t place = Home(hash);
+    for (std::size_t left = kLongestRun; left > 0; --left, place = Next(place)) {
       const Slot& slot = m_slots[place];
-      if (slot.object == kNoIndex || (slot.hash == hash && hasKey(slot.object))) {
+      if (slot.object == kNoIndex) {
+        break;
+      }
+      if (slot.hash == hash && hasKey(slot.object)) {
         return slot.object;
       }
     }
+    return m_crowded.empty() ? kNoIndex : FindCrowded(keyText());
   }
 
   /// Makes room for so many objects.
@@ -61,29 +78,36 @@ class CKeyIndex {
   }
 
   /// Precondition: the key is not there.
-  void Add(CKeyHash hash, CPoolIndex object) {
+  template <typename KeyText>
+  void Add(CKeyHash hash, CPoolIndex object, KeyText keyText) {
     Reserve(m_count + 1);
-    m_slots[PlaceOf(hash, kNoIndex)] = {hash, object};
-    ++m_count;
+    if (const std::size_t place = PlaceOf(hash, kNoIndex); place != kNowhere) {
+      m_slots[place] = {hash, object};
+      ++m_count;
+    } else {
+      m_crowded.emplace(keyText(), object);
+    }
   }
 
   /// Precondition: `object` is there, under that hash; `successor` has the same key.
-  void Replace(CKeyHash hash, CPoolIndex object, CPoolIndex successor) {
-    m_slots[PlaceOf(hash, object)].object = successor;
+  template <typename KeyText>
+  void Replace(CKeyHash hash, CPoolIndex object, CPoolIndex successor, KeyText keyText) {
+    if (const std::size_t place = PlaceOf(hash, object); place != kNowhere) {
+      m_slots[place].object = successor;
+    } else {
+      m_crowded[keyText()] = successor;
+    }
   }
 
   /// Precondition: `object` is there, under that hash.
-  void Remove(CKeyHash hash, CPoolIndex object) {
-    std::size_t hole = PlaceOf(hash, object);
-    // What follows without a gap moves up, unless it would come to stand before its home.
-    for (std::size_t place = Next(hole); m_slots[place].object != kNoIndex; place = Next(place)) {
-      if (Distance(Home(m_slots[place].hash), place) >= Distance(hole, place)) {
-        m_slots[hole] = m_slots[place];
-        hole = place;
-      }
+  template <typename KeyText>
+  void Remove(CKeyHash hash, CPoolIndex object, KeyText keyText) {
+    if (const std::size_t place = PlaceOf(hash, object); place != kNowhere) {
+      Empty(place);
+      --m_count;
+    } else {
+      m_crowded.erase(keyText());
     }
-    m_slots[hole] = Slot();
-    --m_count;
   }
 
  private:
@@ -94,31 +118,67 @@ class CKeyIndex {
   };
 
   static constexpr std::size_t kSmallest = 8;
+  static constexpr std::size_t kNowhere = static_cast<std::size_t>(-1);
 
   std::size_t Home(CKeyHash hash) const { return hash & (m_slots.size() - 1); }
   std::size_t Next(std::size_t place) const { return (place + 1) & (m_slots.size() - 1); }
   std::size_t Distance(std::size_t from, std::size_t to) const {
     return (to - from) & (m_slots.size() - 1);
   }
+  /// The place of an object, or with kNoIndex the free one where it goes; kNowhere when it is not
+  /// in the table, or has no place there.
   std::size_t PlaceOf(CKeyHash hash, CPoolIndex object) const {
     std::size_t place = Home(hash);
-    while (m_slots[place].object != object) {
-      place = Next(place);
+    for (std::size_t left = kLongestRun; left > 0; --left, place = Next(place)) {
+      if (m_slots[place].object == object) {
+        return place;
+      }
     }
-    return place;
+    return kNowhere;
   }
+
+  CPoolIndex FindCrowded(const std::string& key) const {
+    const auto found = m_crowded.find(key);
+    return found == m_crowded.end() ? kNoIndex : found->second;
+  }
+
+  void Empty(std::size_t hole) {
+    // What follows without a gap moves up, unless it would come to stand before its home. What
+    // stands further away than a run is long has its home behind the hole.
+    for (std::size_t place = Next(hole);
+         m_slots[place].object != kNoIndex && Distance(hole, place) <= kLongestRun;
+         place = Next(place)) {
+      if (Distance(Home(m_slots[place].hash), place) >= Distance(hole, place)) {
+        m_slots[hole] = m_slots[place];
+        hole = place;
+      }
+    }
+    m_slots[hole] = Slot();
+  }
+
+  /// Begins behind a free place: then everything that was entered before an object stood before it,
+  /// and none comes to stand further from its home than it did.
   void Grow(std::size_t size) {
     std::vector<Slot> smaller(size);
     smaller.swap(m_slots);
-    for (const Slot& moved : smaller) {
-      if (moved.object != kNoIndex) {
-        m_slots[PlaceOf(moved.hash, kNoIndex)] = moved;
+    const auto isFree = [](const Slot& slot) { return slot.object == kNoIndex; };
+    const auto start = std::find_if(smaller.begin(), smaller.end(), isFree);
+    Enter(start, smaller.end());
+    Enter(smaller.begin(), start);
+  }
+
+  template <typename Iterator>
+  void Enter(Iterator first, Iterator end) {
+    for (; first != end; ++first) {
+      if (first->object != kNoIndex) {
+        m_slots[PlaceOf(first->hash, kNoIndex)] = *first;
       }
     }
   }
 
   std::vector<Slot> m_slots;  ///< A power of two, at least half of them free.
-  std::size_t m_count = 0;
+  std::size_t m_count = 0;    ///< Of the objects in the table.
+  std::map<std::string, CPoolIndex> m_crowded;
 };
 
 }  // namespace lum::detail

@@ -5,7 +5,7 @@
 
 namespace lum::detail {
 
-/// Writes the text as UTF-8 with a line end. Line breaks inside it become blanks.
+/// Writes the text as UTF-8 with a line end. Control characters inside it become blanks.
 void WriteErrorLine(CString text);
 
 }  // namespace lum::detail

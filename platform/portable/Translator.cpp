@@ -1,14 +1,14 @@
 // Translator: two tables of texts by mnemonic, filled by hand or from a sectioned file.
 #include "platform/Translator.h"
 
-#include <unordered_map>
+#include <map>
 
 #include "platform/FileObject.h"
-#include "platform/portable/TextHash.h"
 
 namespace {
 
-using TextMap = std::unordered_map<CString, CString, lum::detail::CTextHash>;
+/// Ordered: whoever writes the file cannot choose mnemonics that make a look-up slow.
+using TextMap = std::map<CString, CString>;
 
 CString Find(const TextMap& texts, const CString& mnemonic) {
   const auto found = texts.find(mnemonic);

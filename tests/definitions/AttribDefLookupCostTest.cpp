@@ -44,4 +44,22 @@ TEST(LookupCost, QueriesAllocateNothing) {
   EXPECT_EQ(answers, 11);
 }
 
+TEST(LookupCost, ATableThatIsEmptiedAndGivenBackKeepsItsRecordsOnce) {
+  CAttribDefMap table;
+  ASSERT_TRUE(Load(table, "Height,1,The height,103,2,height.bmp,1.5\nWidth,2,,103,2,,1\n"));
+  const CAttribDefMap definitions = table;
+  const auto allocationsOfRounds = [&](int rounds) {
+    const int before = CountedAllocations();
+    for (int round = 0; round < rounds; ++round) {
+      table = CAttribDefMap();
+      table = definitions;
+    }
+    return CountedAllocations() - before;
+  };
+  allocationsOfRounds(2);  // The first ones make room for the records that went.
+  const int once = allocationsOfRounds(1);
+  EXPECT_EQ(allocationsOfRounds(1000), 1000 * once);
+  EXPECT_EQ(table.Count(), 2);
+}
+
 }  // namespace

@@ -43,6 +43,14 @@ TEST(Error, ReportsOneLineToStandardError) {
   EXPECT_EQ(StandardErrorOf(Error(L""), nullptr), ": \n");
 }
 
+TEST(Error, StandardErrorGetsNoControlCharacters) {
+  EXPECT_EQ(StandardErrorOf(FileError(L"a\x1b[2J\tb\x07\x7f\x9b"
+                                      L"1m\u00A0.def",
+                                      0),
+                            "General"),
+            "General: cannot open \"a [2J b   1m\xC2\xA0.def\"\n");
+}
+
 TEST(Error, StandardErrorIsUtf8) {
   EXPECT_EQ(StandardErrorOf(Error(L"\u00E4\u20AC"), "General"), "General: \xC3\xA4\xE2\x82\xAC\n");
 }

@@ -111,6 +111,7 @@ TEST(FrameworkStringEdit, ImpossibleLengthsAreRefusedAndChangeNothing) {
   EXPECT_THROW(text.Append(L"x", kLargest), std::length_error);
   EXPECT_THROW(text.Append(L"x", kLargest - 3), std::length_error);
   EXPECT_THROW(text.Preallocate(kLargest), std::length_error);
+  EXPECT_THROW(text.Append(L"x", kMaxTextLength), std::length_error);
   EXPECT_EQ(text, L"abc");
 }
 

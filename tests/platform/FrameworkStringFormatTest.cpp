@@ -2,6 +2,8 @@
 // know a conversion.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include <bit>
 #include <cfloat>
 #include <climits>
@@ -270,6 +272,21 @@ TEST(FrameworkStringFormat, MayTakeItsOwnText) {
   text = L"%d";
   text.Format(text.GetString(), 5);
   EXPECT_EQ(text, L"5");
+}
+
+TEST(FrameworkStringFormat, FieldsBeyondTheLargestCountAsThat) {
+  CString text;
+  for (const int field : {kMaxFormatField - 1, kMaxFormatField, kMaxFormatField + 1, 2147483647}) {
+    const int expected = std::min(field, kMaxFormatField);
+    text.Format(L"%*d", field, 5);
+    ASSERT_EQ(text.GetLength(), expected);
+    EXPECT_EQ(text.Right(2), L" 5");
+    text.Format(L"%.*d", field, 5);
+    ASSERT_EQ(text.GetLength(), expected);
+    EXPECT_EQ(text.Right(2), L"05");
+  }
+  text.Format(L"%1000000d|%99999999999999999999d", 1, 2);
+  EXPECT_EQ(text.GetLength(), 2 * kMaxFormatField + 1);
 }
 
 TEST(FrameworkStringFormat, AppendFormatKeepsWhatIsThere) {

@@ -59,6 +59,16 @@ TEST(FindingList, KeepsTheFirstPlacesWhateverTheOrderOfAdding) {
   }
 }
 
+TEST(FindingList, AllowsSoManyComparisonsAndNoneOnceTheyWereNotEnough) {
+  CFindingList findings(1);
+  EXPECT_TRUE(findings.MayCompare(CFindingList::kMaxComparisons - 1));
+  EXPECT_TRUE(findings.MayCompare(1));
+  EXPECT_FALSE(findings.MayCompare(1));
+  CFindingList others(1);
+  EXPECT_FALSE(others.MayCompare(CFindingList::kMaxComparisons + 1));
+  EXPECT_FALSE(others.MayCompare(1));
+}
+
 TEST(QuotedShort, CutsAfterSixtyCharactersAndEscapesControls) {
   const CString sixty(L'x', 60);
   EXPECT_EQ(QuotedShort(sixty), "'" + std::string(60, 'x') + "'");

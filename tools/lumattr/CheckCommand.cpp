@@ -113,7 +113,7 @@ class CCheckRun {
       RunFile(path);
     }
     if (m_options.json) {
-      m_context.out << m_json.dump(2) << '\n';
+      m_context.out << SafeJson(m_json.dump(2)) << '\n';
     }
   }
 

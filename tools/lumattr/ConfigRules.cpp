@@ -2,8 +2,8 @@
 // section that appears again continues the first, as for the readers.
 #include "tools/lumattr/ConfigRules.h"
 
+#include <map>
 #include <memory>
-#include <unordered_map>
 #include <utility>
 
 #include "attributes/AttributeMap.h"
@@ -28,7 +28,7 @@ struct CSection {
   int lastVersion = 0;   // Line of the one that counts.
   int version = 1;
   bool hasAttributes = false;  // Above the current line.
-  std::unordered_map<CString, int, TextHash> firstLines;
+  std::map<CString, int> firstLines;
   CKeyRules keys;
 };
 
@@ -83,7 +83,7 @@ class CConfigCheck {
 
   CAttribDefMap* m_definitions;
   CFindingList& m_findings;
-  std::unordered_map<CString, std::unique_ptr<CSection>, TextHash> m_sections;
+  std::map<CString, std::unique_ptr<CSection>> m_sections;
   bool m_inSection = false;
 };
 

@@ -1,5 +1,7 @@
 #include "tools/lumattr/Csv.h"
 
+#include "tools/lumattr/Text.h"
+
 namespace lum::tool {
 namespace {
 
@@ -19,7 +21,8 @@ std::string CsvField(const std::string& text) {
 
 void PrintCsvLine(ToolContext& context, const TableRow& fields) {
   for (std::size_t i = 0; i < fields.size(); ++i) {
-    context.out << (i == 0 ? "" : ",") << CsvField(fields[i]);
+    context.out << (i == 0 ? "" : ",")
+                << CsvField(context.terminal ? Printable(FromUtf8(fields[i])) : fields[i]);
   }
   context.out << "\r\n";
 }

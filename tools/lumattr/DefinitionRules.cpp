@@ -4,9 +4,9 @@
 
 #include <algorithm>
 #include <iterator>
+#include <map>
 #include <memory>
 #include <string>
-#include <unordered_map>
 #include <utility>
 
 #include "definitions/AttribDefMap.h"
@@ -120,9 +120,9 @@ class CDefinitionCheck {
   CCarriedNumber m_id;
   CCarriedNumber m_type;
   CCarriedNumber m_controlType;
-  std::unordered_map<CString, int, TextHash> m_firstLines;    // By mnemonic.
-  std::unordered_map<CString, int, TextHash> m_controlLines;  // By mnemonic.
-  std::unordered_map<int, int> m_idLines;
+  std::map<CString, int> m_firstLines;    // By mnemonic.
+  std::map<CString, int> m_controlLines;  // By mnemonic.
+  std::map<int, int> m_idLines;
   std::vector<CString> m_mnemonics;  // In the order of the file.
   std::vector<CControlLine> m_controls;
   std::pair<int, int> m_lastType{0, 0};  // Place of the last definition's type.
@@ -302,7 +302,7 @@ void CDefinitionCheck::CheckControlMnemonic(const CControlLine& control) {
 }
 
 std::string CDefinitionCheck::NearestMnemonic(const CString& mnemonic) {
-  if (m_suggestionsLeft == 0) {
+  if (m_suggestionsLeft == 0 || !m_findings.MayCompare(static_cast<int>(m_mnemonics.size()))) {
     return {};
   }
   --m_suggestionsLeft;

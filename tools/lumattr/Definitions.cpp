@@ -11,7 +11,7 @@ namespace {
 
 void LoadTranslations(const std::string& path) {
   if (!Translator::Instance().Load(ArgumentText(path, "the translation file's name"))) {
-    throw ToolError("cannot read the translations \"" + path + "\"");
+    throw ToolError("cannot read the translations \"" + Printable(FromUtf8(path)) + "\"");
   }
   Translator::Instance().SetLanguageForeign(true);
 }

@@ -91,7 +91,7 @@ void PrintAll(const DefsOptions& options, ToolContext& context) {
     }
   }
   if (options.json) {
-    context.out << list.dump(2) << '\n';
+    context.out << SafeJson(list.dump(2)) << '\n';
   } else {
     PrintTable(context, {"ID", "MNEMONIC", "KIND", "DEFAULT", "DISPLAY NAME"}, rows);
   }
@@ -151,7 +151,7 @@ void Run(const DefsOptions& options, bool hasWanted, ToolContext& context) {
   }
   const CAttribDefRec& definition = Find(options.wanted);
   if (options.json) {
-    context.out << DefinitionJson(definition).dump(2) << '\n';
+    context.out << SafeJson(DefinitionJson(definition).dump(2)) << '\n';
   } else {
     PrintOne(definition, context);
   }

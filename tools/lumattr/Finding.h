@@ -101,9 +101,18 @@ std::string QuotedShort(const CString& text);
 /// costs no more memory than `max` findings.
 class CFindingList {
  public:
+  /// The check of one file compares at most so many words in search of what was probably meant:
+  /// neither many unknown names nor many known ones make it slow.
+  static constexpr int kMaxComparisons = 5'000'000;
+
   explicit CFindingList(std::size_t max) : m_max(max) {}
 
   void Add(CFinding finding);
+  /// Whether a word may still be compared with so many others, which is then counted.
+  bool MayCompare(int words) noexcept {
+    m_comparisonsLeft = words <= m_comparisonsLeft ? m_comparisonsLeft - words : -1;
+    return m_comparisonsLeft >= 0;
+  }
   /// How many were added, those that were not kept included.
   std::size_t Total() const noexcept { return m_total; }
   /// The kept findings by line, column and order of adding. The list is empty afterwards.
@@ -119,6 +128,7 @@ class CFindingList {
   std::vector<CEntry> m_heap;  // The last place on top.
   std::size_t m_max;
   std::size_t m_total = 0;
+  int m_comparisonsLeft = kMaxComparisons;  // Below zero once it was not enough.
 };
 
 }  // namespace lum::tool

@@ -35,7 +35,7 @@ void PrintJson(const LoadedSection& loaded, const SectionItem& item, ToolContext
   json["flagNames"] = FlagNames(item.flags);
   json["value"] = ToUtf8(item.value);
   json["displayName"] = displayName ? nlohmann::ordered_json(ToUtf8(*displayName)) : nullptr;
-  context.out << json.dump() << '\n';
+  context.out << SafeJson(json.dump()) << '\n';
 }
 
 void Run(const GetOptions& options, ToolContext& context) {
@@ -47,7 +47,8 @@ void Run(const GetOptions& options, ToolContext& context) {
   if (options.json) {
     PrintJson(loaded, *item, context);
   } else {
-    context.out << (options.flags ? FlagNamesText(item->flags) : ToUtf8(item->value)) << '\n';
+    context.out << (options.flags ? FlagNamesText(item->flags) : Shown(context, item->value))
+                << '\n';
   }
 }
 

@@ -3,7 +3,6 @@
 #include "tools/lumattr/KeyRules.h"
 
 #include <algorithm>
-#include <functional>
 #include <string_view>
 
 #include "definitions/AttribDefMap.h"
@@ -50,10 +49,6 @@ CString Numbered(const CString& name, int occurrence) {
 }
 
 }  // namespace
-
-std::size_t CKeyRules::CSiblingsHash::operator()(const CSiblingsKey& key) const noexcept {
-  return TextHash()(key.name) ^ (key.parent * 0x9E3779B97F4A7C15U);
-}
 
 CKeyRules::CKeyRules(CAttribDefMap* definitions, CFindingList& findings)
     : m_definitions(definitions), m_findings(findings) {}
@@ -140,10 +135,10 @@ bool CKeyRules::CheckNumber(const CKeyPath& path, const CName& name, const CStri
 }
 
 std::string CKeyRules::NearestMnemonic(const CString& name) {
-  if (m_suggestionsLeft-- <= 0) {
-    m_suggestionsLeft = 0;
+  if (m_suggestionsLeft == 0 || !m_findings.MayCompare(m_definitions->Count())) {
     return {};
   }
+  --m_suggestionsLeft;
   CNearMiss nearMiss(name);
   for (int place = 0; place < m_definitions->Count(); ++place) {
     nearMiss.Offer((*m_definitions)[place].Mnemonic());

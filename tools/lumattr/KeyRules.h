@@ -4,12 +4,10 @@
 
 #include <cstddef>
 #include <map>
-#include <unordered_map>
 
 #include "attributes/AttributePersistence.h"
 #include "platform/FrameworkString.h"
 #include "tools/lumattr/Finding.h"
-#include "tools/lumattr/TreeWalk.h"
 
 class CAttribDefMap;
 
@@ -53,10 +51,9 @@ class CKeyRules {
   struct CSiblingsKey {
     std::size_t parent;
     CString name;
-    bool operator==(const CSiblingsKey&) const = default;
-  };
-  struct CSiblingsHash {
-    std::size_t operator()(const CSiblingsKey& key) const noexcept;
+    friend bool operator<(const CSiblingsKey& a, const CSiblingsKey& b) {
+      return a.parent != b.parent ? a.parent < b.parent : a.name < b.name;
+    }
   };
   /// The nodes of one name below one parent.
   struct CSiblings {
@@ -83,7 +80,7 @@ class CKeyRules {
 
   CAttribDefMap* m_definitions;
   CFindingList& m_findings;
-  std::unordered_map<CSiblingsKey, CSiblings, CSiblingsHash> m_siblings;
+  std::map<CSiblingsKey, CSiblings> m_siblings;
   std::size_t m_nodeCount = 2;  // The section's tree is node 0, the nodes saved by themselves 1.
   int m_suggestionsLeft = kMaxSuggestions;
   int m_placeholdersLeft = kMaxPlaceholdersPerLoad;

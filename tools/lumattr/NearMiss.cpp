@@ -21,14 +21,16 @@ bool IsSwap(const CString& a, const CString& b, int i, int j) {
   return i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1];
 }
 
-/// Computes one row of the table of distances between the beginnings of `a` and `b`; returns the
-/// row's least number, which no later row falls below by more than a swap.
-int NextRow(const CString& a, const CString& b, int i, const Row& above2, const Row& above,
-            Row& row) {
+/// Computes one row of the table of distances between the beginnings of `a` and `b`, as far as they
+/// can be within the limit: further from the diagonal more characters are missing than that.
+/// Returns the row's least number, which no later row falls below by more than a swap.
+int NextRow(const CString& a, const CString& b, int i, int limit, const Row& above2,
+            const Row& above, Row& row) {
   const auto at = [](int place) { return static_cast<std::size_t>(place); };
-  row[0] = i;
-  int least = i;
-  for (int j = 1; j <= b.GetLength(); ++j) {
+  const int first = std::max(i - limit, 1);
+  const int last = std::min(i + limit, b.GetLength());
+  int least = row[at(first - 1)] = first == 1 ? i : limit + 1;
+  for (int j = first; j <= last; ++j) {
     const int replaced = above[at(j - 1)] + (a[i - 1] == b[j - 1] ? 0 : 1);
     int best = std::min({replaced, above[at(j)] + 1, row[at(j - 1)] + 1});
     if (IsSwap(a, b, i, j)) {
@@ -37,20 +39,24 @@ int NextRow(const CString& a, const CString& b, int i, const Row& above2, const 
     row[at(j)] = best;
     least = std::min(least, best);
   }
+  if (last < b.GetLength()) {
+    row[at(last + 1)] = limit + 1;
+  }
   return least;
 }
 
-/// The edit distance, or any number above `limit` as soon as it is known to be.
+/// The edit distance, or any number above `limit` as soon as it is known to be. The lengths may not
+/// differ by more than the limit.
 int Distance(const CString& a, const CString& b, int limit) {
   std::array<Row, 3> rows;
-  for (int j = 0; j <= b.GetLength(); ++j) {
+  for (int j = 0; j <= std::min(b.GetLength(), limit + 1); ++j) {
     rows[0][static_cast<std::size_t>(j)] = j;
   }
   rows[2] = rows[0];
   int leastAbove = 0;
   for (int i = 1; i <= a.GetLength(); ++i) {
     const auto at = [i](int back) { return static_cast<std::size_t>((i - back + 3) % 3); };
-    const int least = NextRow(a, b, i, rows[at(2)], rows[at(1)], rows[at(0)]);
+    const int least = NextRow(a, b, i, limit, rows[at(2)], rows[at(1)], rows[at(0)]);
     if (std::min(least, leastAbove) > limit) {
       return limit + 1;
     }

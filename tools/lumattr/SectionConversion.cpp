@@ -4,8 +4,9 @@
 #include "tools/lumattr/SectionConversion.h"
 
 #include <algorithm>
-#include <unordered_map>
-#include <unordered_set>
+#include <set>
+#include <utility>
+#include <vector>
 
 #include "catalogue/AttributeNames.h"
 #include "tools/lumattr/ConfigFile.h"
@@ -13,7 +14,6 @@
 #include "tools/lumattr/Text.h"
 #include "tools/lumattr/ToolContext.h"
 #include "tools/lumattr/TreeDifference.h"
-#include "tools/lumattr/TreeWalk.h"
 
 namespace lum::tool {
 namespace {
@@ -126,7 +126,7 @@ class CPlanner {
 
   // What only the lines themselves show.
   void CheckLines() {
-    std::unordered_set<CString, TextHash> keys;
+    std::set<CString> keys;
     bool isBelowVersion = false;
     for (const FileObjectLine& line : m_file.LoadedLines()) {
       if (line.section != m_section || line.kind == FileObjectLine::Kind::Section) {
@@ -159,38 +159,39 @@ class CPlanner {
   }
 
   void DropCollisions() {
-    const auto collides = [this](const ConversionPlan::Rename& rename) {
-      if (!m_kept.contains(rename.to)) {
+    // An item that stays can stand in the way of another one, whose key is then the next in length.
+    for (const ConversionPlan::Rename& rename : InOrder(m_plan.renames)) {
+      if (m_kept.contains(rename.to)) {
+        m_kept.insert(rename.from);
+      }
+    }
+    std::erase_if(m_plan.renames, [this](const ConversionPlan::Rename& rename) {
+      if (!m_kept.contains(rename.from)) {
         return false;
       }
       m_plan.findings.push_back(Quoted(rename.from) + " would become " + Quoted(rename.to) +
                                 ", which is another item's key");
-      m_kept.insert(rename.from);
       return true;
-    };
-    auto& renames = m_plan.renames;
-    // An item that stays can stand in the way of another one, so this is done until nothing
-    // changes.
-    for (auto end = std::remove_if(renames.begin(), renames.end(), collides); end != renames.end();
-         end = std::remove_if(renames.begin(), renames.end(), collides)) {
-      renames.erase(end, renames.end());
-    }
+    });
   }
 
   // Only keys that differ by marks can meet: those are moved aside first.
-  void OrderRenames() {
+  void OrderRenames() { m_plan.renames = InOrder(std::move(m_plan.renames)); }
+
+  std::vector<ConversionPlan::Rename> InOrder(std::vector<ConversionPlan::Rename> renames) const {
     const bool shorter = m_plan.toVersion == 2;
-    std::stable_sort(m_plan.renames.begin(), m_plan.renames.end(),
+    std::stable_sort(renames.begin(), renames.end(),
                      [shorter](const ConversionPlan::Rename& a, const ConversionPlan::Rename& b) {
                        return shorter ? a.from.GetLength() < b.from.GetLength()
                                       : a.from.GetLength() > b.from.GetLength();
                      });
+    return renames;
   }
 
   const FileObject& m_file;
   const CString& m_section;
   ConversionPlan m_plan;
-  std::unordered_set<CString, TextHash> m_kept;
+  std::set<CString> m_kept;
 };
 
 void WriteVersionTwo(FileObject& file, const CString& section) {

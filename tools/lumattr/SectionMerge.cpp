@@ -3,8 +3,8 @@
 #include "tools/lumattr/SectionMerge.h"
 
 #include <algorithm>
-#include <unordered_map>
-#include <unordered_set>
+#include <map>
+#include <set>
 
 #include "catalogue/AttributeNames.h"
 #include "tools/lumattr/ConfigFile.h"
@@ -109,7 +109,7 @@ class CSectionMerge {
   }
 
   void FindWhatIsMissing() {
-    std::unordered_map<std::wstring, CString> values;
+    std::map<std::wstring, CString> values;
     CTreeWalk merged(m_merged);
     while (merged.Next()) {
       if (HasValue(merged.Node())) {
@@ -150,8 +150,8 @@ class CSectionMerge {
   const SectionItems m_items;
   CAttributeMap m_merged;
   const CAttributeMap m_over;
-  std::unordered_map<CString, const SectionItem*, TextHash> m_itemByPath;
-  std::unordered_set<std::wstring> m_blocked;
+  std::map<CString, const SectionItem*> m_itemByPath;
+  std::set<std::wstring> m_blocked;
   MergeResult m_result;
 };
 

@@ -90,7 +90,7 @@ void PrintSummaryJson(const std::vector<SectionSummary>& summaries, const std::s
   nlohmann::ordered_json json;
   json["file"] = ToUtf8(FromUtf8(file));
   json["sections"] = sections;
-  context.out << json.dump(2) << '\n';
+  context.out << SafeJson(json.dump(2)) << '\n';
 }
 
 void ShowOverview(const FileObject& file, const ShowOptions& options, ToolContext& context) {

@@ -128,7 +128,7 @@ class CJsonLines {
     m_context.out << Json(name).dump() << ": [";
   }
   void Add(const Json& element) {
-    m_context.out << (m_first ? "\n" : ",\n") << element.dump();
+    m_context.out << (m_first ? "\n" : ",\n") << SafeJson(element.dump());
     m_first = false;
   }
   void End() { m_context.out << (m_first ? "]" : "\n]"); }
@@ -173,8 +173,8 @@ void PrintTreeTable(const ShownSection& shown, ToolContext& context) {
 }
 
 void PrintTreeJson(const ShownSection& shown, ToolContext& context) {
-  context.out << "{\"file\": " << Json(ToUtf8(FromUtf8(shown.file))).dump()
-              << ",\n\"section\": " << Json(ToUtf8(shown.section)).dump()
+  context.out << "{\"file\": " << SafeJson(Json(ToUtf8(FromUtf8(shown.file))).dump())
+              << ",\n\"section\": " << SafeJson(Json(ToUtf8(shown.section)).dump())
               << ",\n\"version\": " << shown.items.version << ",\n";
   CJsonLines attributes(context, "attributes");
   for (CTreeWalk walk(shown.tree.typed, shown.tree.stored); walk.Next();) {

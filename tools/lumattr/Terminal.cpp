@@ -46,7 +46,7 @@ bool DoesOutputShowColors() {
 
 #else
 
-bool DoesOutputShowColors() { return isatty(STDOUT_FILENO) != 0; }
+bool DoesOutputShowColors() { return IsOutputTerminal(); }
 
 #endif
 
@@ -69,6 +69,14 @@ bool IsClosedPipe(int error) {
   return error == EPIPE || error == EINVAL;  // Windows says either.
 #else
   return error == EPIPE;
+#endif
+}
+
+bool IsOutputTerminal() {
+#if defined(_WIN32)
+  return IsConsole(::GetStdHandle(STD_OUTPUT_HANDLE));
+#else
+  return isatty(STDOUT_FILENO) != 0;
 #endif
 }
 

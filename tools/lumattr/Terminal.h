@@ -11,6 +11,9 @@ void PrepareStandardStreams();
 /// Whether a write failed with this error number because nobody reads the pipe any more.
 bool IsClosedPipe(int error);
 
+/// Whether standard output is a terminal or console.
+bool IsOutputTerminal();
+
 /// Whether standard output is a terminal that shows colours. NO_COLOR=1 and TERM=dumb forbid them.
 bool MayColorOutput();
 

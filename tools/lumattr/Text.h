@@ -8,6 +8,8 @@
 
 namespace lum::tool {
 
+struct ToolContext;
+
 /// The characters of a text, valid while it lives unchanged.
 std::wstring_view View(const CString& text);
 CString ToCString(std::wstring_view text);
@@ -26,6 +28,12 @@ CString ArgumentText(const std::string& argument, std::string_view what);
 std::string Printable(const CString& text);
 /// Printable in single quotes, for messages.
 std::string Quoted(const CString& text);
+
+/// A text of a file for the output: as it is, or on a terminal as Printable makes it.
+std::string Shown(const ToolContext& context, const CString& text);
+/// JSON that a terminal shows and is not steered by: escapes the control characters beyond ASCII's
+/// first, which JSON itself need not.
+std::string SafeJson(const std::string& json);
 
 /// How many of the bytes are whole characters: all but an unfinished sequence at their end.
 std::size_t WholeCharacters(std::string_view bytes);

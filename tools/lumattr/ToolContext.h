@@ -27,6 +27,7 @@ struct ToolContext {
   std::ostream& err;
   bool color = false;  ///< Whether `out` is a terminal that may be coloured.
   int exitCode = kExitFine;
+  bool terminal = false;  ///< Whether `out` is a terminal, which no file's text may steer.
 
   /// Writes "lumattr: warning: message" as one line to `err`.
   void Warn(const std::string& message) { err << "lumattr: warning: " << message << '\n'; }

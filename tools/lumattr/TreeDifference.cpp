@@ -3,8 +3,8 @@
 // result of Compare leaves out removed nodes named OrderInfo below the first level.
 #include "tools/lumattr/TreeDifference.h"
 
+#include <map>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
 
 #include "catalogue/AttributeNames.h"
@@ -16,7 +16,7 @@ namespace {
 
 using Change = TreeDifference::Change;
 
-/// The children of a node by name and occurrence, in constant time.
+/// The children of a node by name and occurrence.
 class CChildren {
  public:
   explicit CChildren(const CAttributeMap& parent) : m_parent(&parent) {
@@ -42,7 +42,7 @@ class CChildren {
 
  private:
   const CAttributeMap* m_parent;
-  std::unordered_map<CString, std::vector<int>, TextHash> m_places;
+  std::map<CString, std::vector<int>> m_places;
   std::vector<int> m_occurrences;
 };
 

@@ -1,16 +1,9 @@
 #include "tools/lumattr/TreeWalk.h"
 
-#include <functional>
-#include <string_view>
-
 #include "catalogue/AttributeNames.h"
 #include "tools/lumattr/Text.h"
 
 namespace lum::tool {
-
-std::size_t TextHash::operator()(const CString& text) const {
-  return std::hash<std::wstring_view>()(View(text));
-}
 
 CTreeWalk::CTreeWalk(const CAttributeMap& root, const CAttributeMap& sameShape) {
   m_levels.push_back({&root, &sameShape, 0, 0, 0, {}});

@@ -2,19 +2,14 @@
 // the tree is.
 #pragma once
 
+#include <map>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "attributes/AttributeMap.h"
 #include "tools/lumattr/AttributePath.h"
 
 namespace lum::tool {
-
-/// Hashes texts for the counting of occurrences.
-struct TextHash {
-  std::size_t operator()(const CString& text) const;
-};
 
 /// Visits every node below a root. The trees must live unchanged meanwhile.
 class CTreeWalk {
@@ -43,7 +38,7 @@ class CTreeWalk {
     int occurrence;
     std::size_t pathLength;  ///< Of the parent's path.
     int nextChild = 0;
-    std::unordered_map<CString, int, TextHash> seen;  ///< Visited children by name.
+    std::map<CString, int> seen;  ///< Visited children by name.
   };
 
   void Descend();

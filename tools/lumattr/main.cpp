@@ -16,6 +16,7 @@ int main(int argc, char** argv) {
   lum::tool::PrepareStandardStreams();
   lum::tool::TakeVariableAsUtf8("LUMATTR_DEFS");
   lum::tool::ToolContext context{std::cout, std::cerr, lum::tool::MayColorOutput()};
+  context.terminal = lum::tool::IsOutputTerminal();
   std::vector<std::string> arguments = lum::tool::ProgramArguments(argc, argv);
   std::vector<char*> words(arguments.size());
   std::transform(arguments.begin(), arguments.end(), words.begin(),
