@@ -276,6 +276,10 @@ TEST_F(FileSavePlaces, AreLeftAloneOnAFullDisk) {
 
 // With every number of descriptors left, a save works or changes nothing, and says why.
 TEST_F(FileSavePlaces, AreWholeWhenFilesCannotBeOpened) {
+#if defined(LUM_SANITIZED)
+  GTEST_SKIP() << "the sanitizers themselves need descriptors to look at an object";
+#endif
+  constexpr int kRefused = 11;
   const fs::path path = m_folder.File("file");
   int works = 0;
   for (rlim_t spare = 0; spare < 8; ++spare) {
@@ -291,9 +295,9 @@ TEST_F(FileSavePlaces, AreWholeWhenFilesCannotBeOpened) {
       if (Save(path, L"new", {FileConflict::Merge, 1})) {
         return 0;
       }
-      return FailsWith(L"Too many open files") ? 1 : 2;
+      return FailsWith(L"Too many open files") ? kRefused : 2;
     });
-    ASSERT_LE(result, 1) << spare;
+    ASSERT_TRUE(result == 0 || result == kRefused) << spare << " " << result;
     EXPECT_TRUE(result == 0 ? HoldsNew(path) : HoldsOld(path)) << spare;
     EXPECT_EQ(m_folder.EntryCount(), result == 0 ? 2u : 1u) << spare;
     fs::remove(m_folder.File("file.bak1"));
