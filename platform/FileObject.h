@@ -125,10 +125,11 @@ class LUM_PLATFORM_API FileObject {
   /// system's line ends.
   ///
   /// Savers of one file wait for each other, for ten seconds at most. When another program changed
-  /// the file after this object loaded or saved it, `onConflict` decides; a walk through the
-  /// sections begins anew after a merge. A file of which Load could not make anything is only
-  /// replaced with Overwrite. Any other file, also one that is missing, empty or ruined by now, is
-  /// simply written.
+  /// the file after this object loaded or saved it, `onConflict` decides. That holds for the file
+  /// that was loaded and for the last other one that was saved; anything else that stands there is
+  /// replaced. With Merge, a file that is missing, empty or ruined by now is written whole. After a
+  /// merge, walks through the sections begin anew. A file of which Load could make nothing is only
+  /// replaced with Overwrite.
   ///
   /// False, with the old file untouched, on any failure (also when a text cannot be written in the
   /// file's encoding); LastError() says why, LastSave() tells a conflict from the rest. Only when

@@ -127,6 +127,11 @@ bool FileObject::Load(const CString& path) {
       document.origin.unreadPlace = place;
       return false;
     }
+    // Without it a later save could not tell that it replaces this very file.
+    if (place.IsEmpty()) {
+      reason = L"its folder cannot be examined";
+      return false;
+    }
     const auto file = std::make_shared<const std::string>(std::move(bytes));
     document.content = lum::detail::ParseFile(file);
     document.origin = {.loaded = {place, file}, .savedElsewhere = {}, .unreadPlace = {}};

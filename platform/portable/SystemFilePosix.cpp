@@ -14,9 +14,7 @@ std::filesystem::path SystemPath(const CString& path) {
       std::string(bytes.GetString(), static_cast<std::size_t>(bytes.GetLength())));
 }
 
-CString PathText(const std::filesystem::path& path) {
-  return Utf8ToWide(CStringA(path.c_str()));
-}
+CString PathText(const std::filesystem::path& path) { return Utf8ToWide(CStringA(path.c_str())); }
 
 CString SystemMessage(int error) {
 #if defined(__GLIBC__)

@@ -22,27 +22,48 @@ Path TemporaryPath(const Path& target, int attempt) {
   return target.parent_path() / name;
 }
 
-bool SucceedsOrIsMissing(bool result) { return result || ::GetLastError() == ERROR_FILE_NOT_FOUND; }
-
-bool RemoveFrom(CFileCalls& calls, const Path& path, int version) {
-  while (calls.Remove(VersionOf(path, version))) {
+// The first number from there on that no version has. 0, with the reason in GetLastError(), when
+// that cannot be told or a folder is in the way: that is somebody's own.
+int FirstFree(CFileCalls& calls, const Path& path, int version) {
+  DWORD attributes = 0;
+  while ((attributes = calls.Attributes(VersionOf(path, version))) != INVALID_FILE_ATTRIBUTES) {
+    if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+      ::SetLastError(ERROR_DIRECTORY);
+      return 0;
+    }
     ++version;
   }
-  return ::GetLastError() == ERROR_FILE_NOT_FOUND;
+  return ::GetLastError() == ERROR_FILE_NOT_FOUND ? version : 0;
 }
 
-// Makes room for a new version 1.
-bool MoveVersionsUp(CFileCalls& calls, const Path& path, int count) {
-  if (!RemoveFrom(calls, path, count)) {
-    return false;
-  }
-  for (int version = count - 1; version >= 1; --version) {
-    if (!SucceedsOrIsMissing(calls.Move(VersionOf(path, version), VersionOf(path, version + 1),
-                                        MOVEFILE_REPLACE_EXISTING))) {
+// Versions move up to the first free number only: a save that fails or is killed later leaves a
+// free number, and the next one does not move the others any further.
+bool MoveVersionsUp(CFileCalls& calls, const Path& path) {
+  const int free = FirstFree(calls, path, 1);
+  for (int version = free - 1; version >= 1; --version) {
+    if (!calls.Move(VersionOf(path, version), VersionOf(path, version + 1), 0)) {
       return false;
     }
   }
-  return true;
+  return free > 0;
+}
+
+// From the last to the first: whenever this ends, no version behind a free number is forgotten.
+void RemoveVersionsBeyond(CFileCalls& calls, const Path& path, int count) {
+  const int free = FirstFree(calls, path, count + 1);
+  for (int version = free - 1; version > count; --version) {
+    calls.Remove(VersionOf(path, version));
+  }
+}
+
+// The replaced file becomes version 1 only now: until it was replaced it had to be found by its
+// name, see FinishReplacing.
+void KeepReplaced(CFileCalls& calls, const Path& replaced, const Path& target, int versions) {
+  if (versions > 0 && calls.Move(replaced, VersionOf(target, 1), 0)) {
+    RemoveVersionsBeyond(calls, target, versions);
+  } else {
+    calls.Remove(replaced);
+  }
 }
 
 bool Replace(CFileCalls& calls, const Path& source, const Path& target, const Path& backup) {
@@ -71,12 +92,11 @@ bool MoveOver(CFileCalls& calls, const Path& source, const Path& target, const P
 }
 
 // Without a name for the old file the system would choose one itself, and not everywhere delete the
-// file again. It becomes version 1 when it has been replaced: until then it must be found by its
-// name, see FinishReplacing.
+// file again.
 SaveStep ReplaceTarget(CFileCalls& calls, CTemporaryFile& temporary, const CTarget& target,
                        int versions) {
   const bool keepsOld = versions > 0;
-  if (keepsOld && !MoveVersionsUp(calls, target.path, versions)) {
+  if (keepsOld && !MoveVersionsUp(calls, target.path)) {
     return SaveStep::Failed;
   }
   const Path replaced = ReplacedName(temporary.Name());
@@ -86,9 +106,7 @@ SaveStep ReplaceTarget(CFileCalls& calls, CTemporaryFile& temporary, const CTarg
     return ::GetLastError() == ERROR_FILE_NOT_FOUND ? SaveStep::Again : SaveStep::Failed;
   }
   temporary.Keep();
-  if (!keepsOld || !calls.Move(replaced, VersionOf(target.path, 1), MOVEFILE_REPLACE_EXISTING)) {
-    calls.Remove(replaced);
-  }
+  KeepReplaced(calls, replaced, target.path, versions);
   return SaveStep::Done;
 }
 
