@@ -26,7 +26,7 @@ constexpr auto kPairs = [] {
 
 constexpr auto kIntegerPowersOfTen = [] {
   std::array<std::uint64_t, std::numeric_limits<std::uint64_t>::digits10 + 1> powers{1};
-  for (std::size_t i = 1; i < powers.size(); ++i) {
+  for (std::size_t i = 1; i != powers.size(); ++i) {
     powers[i] = powers[i - 1] * 10;
   }
   return powers;

@@ -182,7 +182,7 @@ template <typename T>
 constexpr auto kExactPowersOfTen = [] {
   constexpr std::size_t kLargest = std::numeric_limits<T>::digits * 43 / 100;
   std::array<T, kLargest + 1> powers{1};
-  for (std::size_t i = 1; i < powers.size(); ++i) {
+  for (std::size_t i = 1; i != powers.size(); ++i) {
     powers[i] = powers[i - 1] * 10;
   }
   return powers;

@@ -1,11 +1,10 @@
-// The one object for the whole process: made late, made once, taken down.
+// The one object for the whole process: made late, made once, taken down. Threads that meet at the
+// first call stand in tests/threads/FirstUseTest.cpp.
 #include "values/SharedObject.h"
 
 #include <gtest/gtest.h>
 
-#include <set>
-#include <thread>
-#include <vector>
+#include <atomic>
 
 namespace {
 
@@ -30,30 +29,6 @@ TEST(SharedObject, IsMadeWhenItIsFirstAskedForAndTakenDownOnce) {
     EXPECT_EQ(g_living, 1);
     EXPECT_EQ(&shared.Get(), &first);
     EXPECT_EQ(g_living, 1);
-  }
-  EXPECT_EQ(g_living, 0);
-}
-
-TEST(SharedObject, IsOneForThreadsThatMeetAtTheFirstCall) {
-  constexpr int kThreads = 8;
-  for (int round = 0; round < 100; ++round) {
-    CSharedObject<Counted> shared;
-    std::atomic<int> ready = 0;
-    std::vector<const Counted*> seen(kThreads);
-    std::vector<std::thread> threads;
-    for (const Counted*& mine : seen) {
-      threads.emplace_back([&] {
-        for (++ready; ready < kThreads;) {
-          std::this_thread::yield();
-        }
-        mine = &shared.Get();
-      });
-    }
-    for (std::thread& thread : threads) {
-      thread.join();
-    }
-    ASSERT_EQ(std::set<const Counted*>(seen.begin(), seen.end()).size(), 1u);
-    ASSERT_EQ(g_living, 1);
   }
   EXPECT_EQ(g_living, 0);
 }
