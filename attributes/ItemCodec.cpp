@@ -120,8 +120,9 @@ int StripAttributeIndex(CString& name) {
 
 void AppendAttributeIndex(CString& name, int n) {
   if (n != 0) {
-    name += L'(';
-    lum::detail::AppendDecimal(name, n);
-    name += L')';
+    CString index(L"(");
+    lum::detail::AppendDecimal(index, n);
+    index += L')';
+    name += index;
   }
 }

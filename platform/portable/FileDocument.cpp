@@ -129,7 +129,12 @@ CPoolIndex CFileDocument::FindOrAddSection(const CString& name) {
   const CPoolIndex section = AddSection(name);
   CFileRecord header;
   header.kind = Kind::Header;
-  AddBlock(section, header);
+  try {
+    AddBlock(section, header);
+  } catch (...) {
+    RemoveSection(section);  // Every section has a block.
+    throw;
+  }
   return section;
 }
 
@@ -171,6 +176,7 @@ CPoolIndex CFileDocument::AddSection(const CString& name) {
   CFileSection section;
   section.name = name;
   const CKeyHash hash = section.nameHash = HashKey(name);
+  m_sectionsByName.MakeRoom();
   const CPoolIndex index = m_sections.Add(section);
   m_sectionsByName.Add(hash, index);
   m_recentSection = index;

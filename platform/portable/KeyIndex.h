@@ -60,9 +60,12 @@ class CKeyIndex {
     }
   }
 
+  /// Makes the next Add one that needs no memory.
+  void MakeRoom() { Reserve(m_count + 1); }
+
   /// Precondition: the key is not there.
   void Add(CKeyHash hash, CPoolIndex object) {
-    Reserve(m_count + 1);
+    MakeRoom();
     m_slots[PlaceOf(hash, kNoIndex)] = {hash, object};
     ++m_count;
   }
