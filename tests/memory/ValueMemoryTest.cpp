@@ -37,7 +37,7 @@ std::string Join(const Values& values) {
     text += std::to_string(number) + ",";
   }
   for (const double number : values.doubles) {
-    text += std::to_string(number) + ",";
+    text += lum::test::TextOf(CLumDouble(number)) + ",";
   }
   for (const CString& name : values.names) {
     text += lum::test::Narrow(name) + ",";
