@@ -56,8 +56,7 @@ void CFileDocument::SetValue(CFileRecord& item, const CFileText& value) {
 }
 
 bool CFileDocument::IsLoadedValue(const CFileRecord& item, const CFileText& value) const {
-  const CString loaded = DecodeText(m_store.Bytes(item.loadedValue), m_encoding);
-  return CFileTextOf(loaded) == value;
+  return CFileTextOf(DecodeText(m_store.Bytes(item.loadedValue), m_encoding)) == value;
 }
 
 bool CFileDocument::ReplaceItem(CPoolIndex section, const CFileText& key, const CFileText& value) {
