@@ -86,7 +86,12 @@ bool CAttributeMap::LoadFromFObj(const FileObject* file, const CString& section,
   }
   const CString keyPrefix = NodeKeyPrefix(*this);
   if (Count() == 0) {
-    return !addNew || LoadAttributesWithKey(*this, *file, section, keyPrefix, false);
+    // Apart: a load that ran out of memory midway would have left kinds for the next one to keep.
+    CAttributeMap filled;
+    if (addNew && LoadAttributesWithKey(filled, *file, section, keyPrefix, false)) {
+      NodeAccess::ReplaceChildren(*this, filled);
+    }
+    return true;
   }
   // The load decides the kinds afresh; merging its result keeps those that the node has.
   CAttributeMap loaded(*this);

@@ -20,6 +20,9 @@ class CChildList;
 ///
 /// Threads: distinct trees may be used in different threads, also copies of each other; one tree
 /// may be read and searched in several while none changes any node of it.
+///
+/// A call that runs out of memory throws std::bad_alloc and leaves the tree, its arguments and
+/// outputs as they were, unless it says otherwise.
 class LUM_ATTRIBUTES_API CAttributeMap : public CAttributeRec {
  public:
   /// An undefined value, flags 0, no children.
@@ -43,7 +46,8 @@ class LUM_ATTRIBUTES_API CAttributeMap : public CAttributeRec {
   /// The child at a place of the sibling list, or the shared empty node at or past the end.
   /// Precondition: pos >= 0.
   const CAttributeMap& operator[](int pos) const;
-  /// The child at a place; unnamed children are appended until the place exists.
+  /// The child at a place; unnamed children are appended until the place exists. Those made before
+  /// memory ran out stay.
   CAttributeMap& FindCreateIndex(int pos);
   /// The occurrence of the child at a place. Precondition: 0 <= pos < Count().
   int RetrieveIndex(int pos) const;
@@ -58,7 +62,7 @@ class LUM_ATTRIBUTES_API CAttributeMap : public CAttributeRec {
   /// The child, or the shared empty node: look-ups can be chained without tests.
   const CAttributeMap& Find(const CString& name, int n = 0) const;
   /// The child; children of that name with an undefined value are appended until it exists.
-  /// Precondition: n >= 0.
+  /// Those made before memory ran out stay. Precondition: n >= 0.
   CAttributeMap& FindCreate(const CString& name, int n = 0);
   /// The child, or null.
   const CAttributeMap* GetAttrMap(const CString& name, int n = 0) const;
@@ -154,7 +158,8 @@ class LUM_ATTRIBUTES_API CAttributeMap : public CAttributeRec {
 
   /// Lays `src` over this node. With the word OVERLOAD_REPLACE the whole node becomes a copy of
   /// `src`, own name, value and flags included; any other word is decoded into the switches below.
-  /// `src` may be a descendant of this node.
+  /// `src` may be a descendant of this node. When memory runs out midway, what was merged before
+  /// stays; a replaced node is as it was.
   void Overload(const CAttributeMap& src, unsigned int flags);
   /// Assigns the values of src's children and everything below to the matching nodes here, which
   /// keep their own kinds and convert as those do. A source value of no defined kind is not
@@ -174,11 +179,12 @@ class LUM_ATTRIBUTES_API CAttributeMap : public CAttributeRec {
   // Persistence of the node itself; see AttributePersistence.h for the item format.
 
   /// Writes the children as items of a section, under keys that carry this node's name. Removes
-  /// nothing. False when `file` is null or refuses an item; items already written stay.
+  /// nothing. False when `file` is null or refuses an item; items already written stay, also when
+  /// memory runs out midway.
   bool SaveToFObj(FileObject* file, const CString& section) const;
   /// Reads what SaveToFObj wrote. A node without children is filled when `addNew` is set; one with
   /// children is merged as Overload does and keeps its kinds and protected values. False when
-  /// `file` is null.
+  /// `file` is null. A node without children stays so when memory runs out midway.
   bool LoadFromFObj(const FileObject* file, const CString& section, bool addNew, bool copyFlags,
                     bool orderInfo);
 

@@ -14,6 +14,10 @@
 // On reading, a name that begins with "@" gets a name value, a name with a default value in the
 // definition table gets a copy of that default set from the text, any other name a CLumAnything.
 // Items that cannot be read are skipped.
+//
+// When memory runs out midway, std::bad_alloc leaves: a load keeps the nodes that it has made, a
+// save or a removal may have taken items off the section. Made again with memory, the call does it
+// all.
 #pragma once
 
 #include "platform/LumBase.h"

@@ -50,9 +50,7 @@ class CSubtreeWriter {
     m_key.resize(frame.prefixLength);
     m_key += View(child.Mnemonic());
     if (const int occurrence = frame.children.Occurrence(); occurrence != 0) {
-      CString index;
-      AppendAttributeIndex(index, occurrence);
-      m_key += View(index);
+      m_key += View(OccurrenceText(occurrence));
     }
   }
 

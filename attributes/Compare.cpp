@@ -41,11 +41,6 @@ struct CPairFrame {
   std::unique_ptr<CAttributeMap> found;  ///< None while there are no differences.
 };
 
-void MoveChildren(CAttributeMap& from, CAttributeMap& to) {
-  NodeAccess::DeleteChildren(to);
-  NodeAccess::SetListBelow(to, NodeAccess::TakeListBelow(from));
-}
-
 bool SameCount(const CAttributeMap& a, const CAttributeMap& b) {
   return NodeAccess::Children(a).size() == NodeAccess::Children(b).size();
 }
@@ -59,11 +54,11 @@ class CComparisonPass {
   bool Run(const CAttributeMap& walked, const CAttributeMap& partner, CAttributeMap& diff) {
     CPairFrame& root = Enter(walked, partner);
     root.found = std::make_unique<CAttributeMap>();
-    MoveChildren(diff, *root.found);
+    NodeAccess::ReplaceChildren(*root.found, diff);
     while (const CAttributeMap* child = NextChild()) {
       VisitChild(*child);
     }
-    MoveChildren(*root.found, diff);
+    NodeAccess::ReplaceChildren(diff, *root.found);
     m_frames.clear();
     return m_sameShape;
   }
@@ -116,7 +111,7 @@ class CComparisonPass {
   /// Only the removals of the first level can meet an entry that has differences already.
   void AttachBelow(CAttributeMap& entry, CAttributeMap& below) const {
     if (!m_rules.dropOrderInfo) {
-      MoveChildren(below, entry);
+      NodeAccess::ReplaceChildren(entry, below);
     } else if (entry.Count() == 0) {
       NodeAccess::MoveChildren(below, entry,
                                [](const CAttributeMap& child) { return !IsOrderInfo(child); });
@@ -159,6 +154,6 @@ bool CAttributeMap::Compare(const CAttributeMap& other, CAttributeMap& diff,
     CComparisonPass({.reportUnpaired = true, .compareValues = false, .dropOrderInfo = true})
         .Run(*this, other, found);
   }
-  lum::detail::MoveChildren(found, diff);
+  lum::detail::NodeAccess::ReplaceChildren(diff, found);
   return diff.Count() > 0;
 }

@@ -42,6 +42,14 @@ CKeyPiece SplitOccurrence(std::wstring_view name) {
   return {name.substr(0, open), occurrence};
 }
 
+CString OccurrenceText(int occurrence) {
+  CString text;
+  text += L'(';  // Makes room for the rest at once.
+  AppendDecimal(text, occurrence);
+  text += L')';
+  return text;
+}
+
 CKeyPiece CKeyPath::Next() {
   const std::size_t dot = m_rest.find(L'.');
   const std::wstring_view piece = m_rest.substr(0, dot);
@@ -120,8 +128,6 @@ int StripAttributeIndex(CString& name) {
 
 void AppendAttributeIndex(CString& name, int n) {
   if (n != 0) {
-    name += L'(';
-    lum::detail::AppendDecimal(name, n);
-    name += L')';
+    name += lum::detail::OccurrenceText(n);
   }
 }

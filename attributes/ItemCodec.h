@@ -23,6 +23,9 @@ struct CKeyPiece {
 /// "%d" reads it: what follows it does not count, and no number is 0.
 CKeyPiece SplitOccurrence(std::wstring_view name);
 
+/// An occurrence as it follows its name: "(3)".
+CString OccurrenceText(int occurrence);
+
 /// Takes a key path apart, from the front. Every key has at least one piece, which may be empty.
 class CKeyPath {
  public:

@@ -5,12 +5,8 @@
 #include <memory>
 #include <vector>
 
-#include "values/SharedObject.h"
-
 namespace lum::detail {
 namespace {
-
-constinit CSharedObject<const CLumUndefined> g_noValue;
 
 struct BlockReleaser {
   void operator()(CNodeBlock* block) const noexcept { block->Release(); }
@@ -40,11 +36,6 @@ class CCopyFrame {
 };
 
 }  // namespace
-
-const CLumType& NodeAccess::ValueOf(const CAttributeMap& node) noexcept {
-  const CLumType* value = node.m_value.Get();
-  return value != nullptr ? *value : g_noValue.Get();
-}
 
 void NodeAccess::DeleteNode(CAttributeMap* node) noexcept {
   const std::size_t place = node->m_blockPlace;

@@ -38,7 +38,7 @@ struct NodeAccess {
     node->m_blockPlace = static_cast<std::uint8_t>(place + 1);
     block.Share();
     node->m_lastSelected = original.m_lastSelected;
-    node->m_value.EmplaceCopy(ValueOf(original));
+    CopyValue(original, node->m_value);
     return node;
   }
   static void DeleteNode(CAttributeMap* node) noexcept;
@@ -134,6 +134,11 @@ struct NodeAccess {
       return true;
     });
   }
+  /// Deletes the children of a node and gives it those of `from`.
+  static void ReplaceChildren(CAttributeMap& node, CAttributeMap& from) noexcept {
+    DeleteChildren(node);
+    SetListBelow(node, TakeListBelow(from));
+  }
   /// Appends deep copies of the children of `from`, in order, a node before what is below it.
   static void CopyChildren(const CAttributeMap& from, CAttributeMap& to);
 
@@ -146,11 +151,21 @@ struct NodeAccess {
 
   /// Renames a node that stands in a list.
   static void RenameChild(CAttributeMap& node, const CString& name) {
-    ListAround(node)->NoteRename(node, View(name));
-    node.m_mnemonic = name;
+    // What the list notes must come true: a copy of the name may need memory.
+    CString copy(name);
+    ListAround(node)->NoteRename(node, View(copy));
+    node.m_mnemonic = std::move(copy);
   }
-  /// The value; an undefined one when the node was moved from.
-  static const CLumType& ValueOf(const CAttributeMap& node) noexcept;
+  /// Puts a copy of a node's value into an empty slot; of a node that was moved from an undefined
+  /// one.
+  static void CopyValue(const CAttributeMap& node, CValueSlot& copy) {
+    const CLumType* value = node.m_value.Get();
+    if (value != nullptr) {
+      copy.EmplaceCopy(*value);
+    } else {
+      copy.EmplaceCopy(CLumUndefined());
+    }
+  }
   /// Replaces a node's value by `value` itself.
   static void SetValue(CAttributeMap& node, std::unique_ptr<CLumType> value) noexcept {
     node.m_value.Adopt(value.release());

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <iterator>
 #include <memory>
+#include <new>
 #include <utility>
 
 #include "definitions/DefinitionIndex.h"
@@ -56,12 +57,21 @@ CString CtlTextFor(const CAttribDefRec& record, const CString& fileText, bool tr
   return translated.IsEmpty() ? fileText : translated;
 }
 
-/// A new value set from the text that `text` gives, or null when the type code makes none.
+bool MakesValues(int type) {
+  return std::ranges::any_of(LumTypeCreator::Kinds(), [type](const LumTypeKind& kind) {
+    return kind.type == type && kind.make != nullptr;
+  });
+}
+
+/// A new value set from the text that `text` gives, or null when the type code makes none. For the
+/// factory's callers a shortage of memory looks the same.
 template <typename Text>
 std::unique_ptr<CLumType> MakeDefault(int type, const Text& text) {
   std::unique_ptr<CLumType> made(LumTypeCreator::MakeLumType(type));
   if (made != nullptr) {
     made->SetValueStr(text());
+  } else if (MakesValues(type)) {
+    throw std::bad_alloc();
   }
   return made;
 }
@@ -194,6 +204,9 @@ void CAttribDefMap::LoadDefinitionLine(const CString& line, LoadState& state) {
                   static_cast<unsigned int>(state.controlType), std::move(state.bitmapFile),
                   nullptr);
   record->m_defaultValue = std::move(state.defaultValue);
+  // A record that is there is found.
+  m_index->mnemonics.MakeRoom();
+  m_index->identifiers.MakeRoom(state.id);
   m_records.push_back(std::move(record));
   m_index->mnemonics.EnterLast(m_records);
   m_index->identifiers.EnterLast(m_records);

@@ -141,16 +141,14 @@ bool CAttribDefMap::GetBitmapFilename(CString const& mnemonic, CString& fileName
 }
 
 bool CAttribDefMap::GetCtlAttribs(CString mnemonic, CString& text) const {
-  text = TranslatedCtlAttribs(mnemonic);
-  if (!text.IsEmpty()) {
+  CString translated = TranslatedCtlAttribs(mnemonic);
+  if (!translated.IsEmpty()) {
+    text = std::move(translated);
     return true;
   }
   const auto found = m_ctlAttribs.find(mnemonic);
-  if (found == m_ctlAttribs.end()) {
-    return false;
-  }
-  text = Normalise(found->second);
-  return true;
+  text = found == m_ctlAttribs.end() ? CString() : Normalise(found->second);
+  return found != m_ctlAttribs.end();
 }
 
 CAttribDefRec* CAttribDefMap::GetAttribDefRec(CString mnemonic) { return Lookup(mnemonic); }

@@ -47,7 +47,8 @@ class LUM_ATTRIBUTES_API CAttribDefMap {
   /// `translate`, control-attribute texts are replaced by their translations when the language is
   /// foreign. A file that cannot be opened is reported as a FileError under "General", gives false
   /// and changes nothing. Otherwise the result says whether the last definition line's type code
-  /// made a value (true when there is no definition line); every record is loaded either way.
+  /// made a value (true when there is no definition line); every record is loaded either way. When
+  /// memory runs out midway, std::bad_alloc leaves the records of the lines before.
   bool LoadDefFile(CString fileName, bool translate);
 
   /// The number of records, definitions that a later line took over included.

@@ -43,11 +43,15 @@ class CMnemonicIndex {
     return place != kNoRecord || m_crowded.empty() ? place : FindCrowded(mnemonic);
   }
 
-  /// Enters the last of the records, in place of an earlier one of its mnemonic.
-  void EnterLast(const DefinitionRecords& records) {
+  /// Makes the next EnterLast one that needs no memory.
+  void MakeRoom() {
     if ((m_count + 1) * 2 > m_slots.size()) {
       Grow();
     }
+  }
+  /// Enters the last of the records, in place of an earlier one of its mnemonic. Precondition:
+  /// there is room.
+  void EnterLast(const DefinitionRecords& records) {
     const std::wstring_view mnemonic = View(records.back()->Mnemonic());
     const std::uint32_t hash = HashText(mnemonic);
     const int last = static_cast<int>(records.size()) - 1;
@@ -130,13 +134,16 @@ class CIdentifierIndex {
  public:
   int Find(unsigned short id) const { return id < m_places.size() ? m_places[id] : kNoRecord; }
 
-  /// Enters the last of the records, in place of an earlier one of its identifier.
-  void EnterLast(const DefinitionRecords& records) {
-    const unsigned short id = records.back()->Id();
+  /// Makes room for an identifier.
+  void MakeRoom(unsigned short id) {
     if (id >= m_places.size()) {
       m_places.resize(std::size_t{id} + 1, kNoRecord);
     }
-    m_places[id] = static_cast<int>(records.size()) - 1;
+  }
+  /// Enters the last of the records, in place of an earlier one of its identifier. Precondition:
+  /// there is room for it.
+  void EnterLast(const DefinitionRecords& records) {
+    m_places[records.back()->Id()] = static_cast<int>(records.size()) - 1;
   }
 
  private:

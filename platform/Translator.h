@@ -36,7 +36,8 @@ class LUM_PLATFORM_API Translator {
   ///     [AttribDefV2Ctrl]
   ///     Height=0,100,0.5
   ///
-  /// False, with nothing changed, when the file cannot be read.
+  /// False, with nothing changed, when the file cannot be read; nor is anything when memory runs
+  /// out.
   bool Load(const CString& path);
 
   /// Forgets every translation; the language is not foreign afterwards.

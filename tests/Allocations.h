@@ -5,5 +5,14 @@
 /// How many allocations there were so far.
 int CountedAllocations();
 
+/// How many allocations are not freed yet.
+int LiveAllocations();
+
 /// Lets so many more allocations succeed and refuses all later ones; -1 takes the limit away.
 void LimitAllocations(int allowed);
+
+/// The same, but refuses only one.
+void RefuseOneAllocation(int allowed);
+
+/// How many allocations were refused since the last of these calls.
+int RefusedAllocations();

@@ -2,6 +2,8 @@
 // first item that is no number; a name list takes every item as it stands.
 #include "values/ArrayTypes.h"
 
+#include <utility>
+
 #include "values/NumberItems.h"
 #include "values/NumberText.h"
 
@@ -108,13 +110,14 @@ CLumType::LUM_TYPE CLumNameArray::Type() const { return TYPE_NAMEARRAY; }
 CLumNameArray* CLumNameArray::MakeCopy() const { return new CLumNameArray(*this); }
 
 int CLumNameArray::GetValueStr(CString& text) const {
-  text.Empty();
+  CString joined;
   for (const CString& value : m_values) {
     if (&value != m_values.data()) {
-      text.AppendChar(L',');
+      joined.AppendChar(L',');
     }
-    text.Append(value);
+    joined.Append(value);
   }
+  text = std::move(joined);
   return 1;
 }
 

@@ -3,6 +3,7 @@
 #include "values/NumberText.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "values/NumberDigits.h"
 
@@ -20,14 +21,21 @@ void AppendNumber(CString& text, const Number& number) {
   AppendText(text, digits, number.Write(digits));
 }
 
-// Storage for the characters that replace a text: its own, if they fit in and nobody shares it.
-wchar_t* GetStorage(CString& text, int length) {
+// Replaces a text by characters that `write` writes: in its own storage, if they fit in and nobody
+// shares it.
+template <typename Write>
+void ReplaceCharacters(CString& text, int length, Write write) {
   // What a longer text holds is not worth keeping: it may be shared and be copied in vain.
   constexpr int kMostKept = 64;
   if (text.GetLength() > kMostKept) {
-    text.Empty();
+    CString made;
+    write(made.GetBuffer(length));
+    made.ReleaseBuffer(length);
+    text = std::move(made);
+    return;
   }
-  return text.GetBuffer(length);
+  write(text.GetBuffer(length));
+  text.ReleaseBuffer(length);
 }
 
 void ReplaceText(CString& text, const wchar_t* first, const wchar_t* end) {
@@ -35,37 +43,40 @@ void ReplaceText(CString& text, const wchar_t* first, const wchar_t* end) {
     text.Empty();
     return;
   }
-  const auto length = static_cast<int>(end - first);
-  std::copy(first, end, GetStorage(text, length));
-  text.ReleaseBuffer(length);
+  ReplaceCharacters(text, static_cast<int>(end - first),
+                    [&](wchar_t* out) { std::copy(first, end, out); });
 }
 
 // Replaces the text by a number taken apart.
 template <typename Number>
 void ReplaceByNumber(CString& text, const Number& number) {
-  number.Write(GetStorage(text, number.Length()));
-  text.ReleaseBuffer(number.Length());
+  ReplaceCharacters(text, number.Length(), [&](wchar_t* out) { number.Write(out); });
 }
 
 // Replaces the text by items joined by commas. `write` writes an item of at most kMostCharacters.
+// Many items are gathered aside, so that the text stays as it is until all are written.
 template <int kMostCharacters, typename Items, typename Write>
 void ReplaceByItems(CString& text, const Items& items, Write write) {
   constexpr int kRoom = 1024;
   wchar_t chunk[kRoom];
   wchar_t* at = chunk;
-  auto* put = ReplaceText;
+  CString gathered;
   bool isFirst = true;
   for (const auto& item : items) {
     if (at - chunk > kRoom - kMostCharacters - 1) {
-      put(text, chunk, at);
-      put = AppendText;
+      AppendText(gathered, chunk, at);
       at = chunk;
     }
     *at = L',';
     at = write(at + (isFirst ? 0 : 1), item);
     isFirst = false;
   }
-  put(text, chunk, at);
+  if (gathered.IsEmpty()) {
+    ReplaceText(text, chunk, at);
+  } else {
+    AppendText(gathered, chunk, at);
+    text = std::move(gathered);
+  }
 }
 
 }  // namespace

@@ -33,14 +33,19 @@ struct Register {
 // all that.
 constinit Register g_register;
 
-// Takes a module's objects out of the register.
-std::vector<CDynLinkLibrary*> TakeLibraries(const AFX_EXTENSION_MODULE& module) {
+// Takes the first of a module's objects out of the register; null when there is none. A library
+// that is unloaded could do nothing about a lack of memory, so none is needed.
+CDynLinkLibrary* TakeLibrary(const AFX_EXTENSION_MODULE& module) {
+  const std::lock_guard lock(g_register.lock);
   std::vector<CDynLinkLibrary*>& libraries = g_register.libraries;
-  const auto firstTaken = std::stable_partition(
-      libraries.begin(), libraries.end(),
-      [&](const CDynLinkLibrary* library) { return &library->Module() != &module; });
-  std::vector<CDynLinkLibrary*> taken(firstTaken, libraries.end());
-  libraries.erase(firstTaken, libraries.end());
+  const auto found =
+      std::find_if(libraries.begin(), libraries.end(),
+                   [&](const CDynLinkLibrary* library) { return &library->Module() == &module; });
+  if (found == libraries.end()) {
+    return nullptr;
+  }
+  CDynLinkLibrary* taken = *found;
+  libraries.erase(found);
   return taken;
 }
 
@@ -57,15 +62,13 @@ bool AfxInitExtensionModule(AFX_EXTENSION_MODULE& module, HINSTANCE instance) {
 }
 
 void AfxTermExtensionModule(AFX_EXTENSION_MODULE& module, bool /*all*/) {
-  std::vector<CDynLinkLibrary*> taken;
   {
     const std::lock_guard lock(g_register.lock);
-    taken = TakeLibraries(module);
     module.bInitialized = false;
     module.hModule = nullptr;
   }
   // Outside the lock, which their destructors take.
-  for (const CDynLinkLibrary* library : taken) {
+  while (const CDynLinkLibrary* library = TakeLibrary(module)) {
     delete library;
   }
 }

@@ -140,7 +140,12 @@ CPoolIndex CFileDocument::FindOrAddSection(const CString& name) {
   const CPoolIndex section = AddSection(name);
   CFileRecord header;
   header.kind = Kind::Header;
-  AddBlock(section, header);
+  try {
+    AddBlock(section, header);
+  } catch (...) {
+    RemoveSection(section);  // Every section has a block.
+    throw;
+  }
   return section;
 }
 
@@ -183,8 +188,9 @@ CPoolIndex CFileDocument::AddSection(const CString& name) {
   CFileSection section;
   section.name = name;
   const CKeyHash hash = section.nameHash = HashKey(name);
+  const auto room = m_sectionsByName.MakeRoom(hash, NameText{name});
   const CPoolIndex index = m_sections.Add(section);
-  m_sectionsByName.Add(hash, index, NameText{name});
+  m_sectionsByName.Enter(room, hash, index);
   m_recentSection = index;
   return index;
 }

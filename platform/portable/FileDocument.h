@@ -142,6 +142,13 @@ class CFileDocument {
  private:
   using Kind = CFileRecord::Kind;
 
+  /// What becomes of the key of one line.
+  struct CNewKey {
+    CPoolIndex record;
+    CStoredText text;
+    bool isRenamed;
+  };
+
   CStoredText Keep(CByteSpan loaded);
   void IndexLoaded(CFileSection& section, CPoolIndex item);
   /// An item's key, as the index of its section asks for it.
@@ -163,8 +170,10 @@ class CFileDocument {
   void RemoveRecord(CPoolIndex record);
   void FreeRecord(CPoolIndex record);
   void RemoveKey(CPoolIndex section, CPoolIndex item);
+  void Rename(CFileRecord& line, const CNewKey& key, CKeyHash hash);
   bool FreeKey(CPoolIndex section, const CFileText& key);
   bool IsLoadedKey(const CFileRecord& item, const CFileText& key) const;
+  bool IsLoadedValue(const CFileRecord& item, const CFileText& value) const;
   CPoolIndex ItemOrHeaderAbove(CPoolIndex record) const;
 
   CFileRecord NewItem(const CFileText& key, CKeyHash hash, const CFileText& value);

@@ -46,15 +46,18 @@ void CFileDocument::SetValue(CFileRecord& item, const CFileText& value) {
     return;
   }
   TidyTexts();
+  const bool isChanged = item.isLoaded && !IsLoadedValue(item, value);
   const CStoredText added = m_store.AddText(value);
   DropText(item.value);
   item.value = added;
-  if (item.isLoaded) {
-    const CString loaded = DecodeText(m_store.Bytes(item.loadedValue), m_encoding);
-    item.isChanged = !(CFileTextOf(loaded) == value);
-  } else {
+  item.isChanged = isChanged;
+  if (!item.isLoaded) {
     item.line = {};
   }
+}
+
+bool CFileDocument::IsLoadedValue(const CFileRecord& item, const CFileText& value) const {
+  return CFileTextOf(DecodeText(m_store.Bytes(item.loadedValue), m_encoding)) == value;
 }
 
 bool CFileDocument::ReplaceItem(CPoolIndex section, const CFileText& key, const CFileText& value) {
@@ -74,11 +77,11 @@ void CFileDocument::PutItem(CPoolIndex section, const CFileText& key, const CFil
     AddItem(section, NewItem(key, hash, value));
     return;
   }
+  SetValue(m_records[item], value);
   if (m_records[item].isRemembered) {
     Revive(section, item);
   }
   FollowWithCursor(section, item);
-  SetValue(m_records[item], value);
 }
 
 bool CFileDocument::RemoveItem(CPoolIndex section, const CFileText& key) {
@@ -101,28 +104,39 @@ void CFileDocument::RemoveKey(CPoolIndex section, CPoolIndex item) {
   }
 }
 
-// All lines of the key are renamed: an overridden one would count under the old key otherwise.
+// All lines of the key are renamed: an overridden one would count under the old key otherwise. What
+// needs memory comes first.
 bool CFileDocument::RenameItem(CPoolIndex section, const CFileText& key, const CFileText& newKey) {
   const CPoolIndex item = FindItem(section, key);
   if (item == kNoIndex || !FreeKey(section, newKey)) {
     return false;
   }
   TidyTexts();
-  const CKeyHash newHash = HashKey(newKey);
-  m_sections[section].items.Remove(m_records[item].keyHash, item, KeyTextOf(item));
-  m_sections[section].items.Add(newHash, item, [&] { return OrderedForm(newKey); });
+  std::vector<CNewKey> lines;
   for (CPoolIndex line = item; line != kNoIndex; line = m_records[line].older) {
-    CFileRecord& renamed = m_records[line];
-    const CStoredText added = m_store.AddText(newKey);
-    DropText(renamed.key);
-    renamed.key = added;
-    renamed.keyHash = newHash;
-    renamed.isRenamed = renamed.isLoaded && !IsLoadedKey(renamed, newKey);
-    if (!renamed.isLoaded) {
-      renamed.line = {};
-    }
+    const CFileRecord& record = m_records[line];
+    const bool isRenamed = record.isLoaded && !IsLoadedKey(record, newKey);
+    lines.push_back({line, m_store.AddText(newKey), isRenamed});
+  }
+  const CKeyHash newHash = HashKey(newKey);
+  CKeyIndex& index = m_sections[section].items;
+  const std::string oldText = OrderedForm(key);
+  index.Add(newHash, item, [&] { return OrderedForm(newKey); });
+  index.Remove(m_records[item].keyHash, item, [&]() -> const std::string& { return oldText; });
+  for (const CNewKey& line : lines) {
+    Rename(m_records[line.record], line, newHash);
   }
   return true;
+}
+
+void CFileDocument::Rename(CFileRecord& line, const CNewKey& key, CKeyHash hash) {
+  DropText(line.key);
+  line.key = key.text;
+  line.keyHash = hash;
+  line.isRenamed = key.isRenamed;
+  if (!line.isLoaded) {
+    line.line = {};
+  }
 }
 
 bool CFileDocument::IsLoadedKey(const CFileRecord& item, const CFileText& key) const {
@@ -142,8 +156,9 @@ bool CFileDocument::InsertItem(CPoolIndex section, const CFileText& beforeKey, c
   const CKeyHash hash = HashKey(key);
   CFileRecord item = NewItem(key, hash, value);
   item.order = m_records[above].order;
-  const CPoolIndex added = InsertAfter(above, item);
-  m_sections[section].items.Add(hash, added, KeyTextOf(added));
+  CKeyIndex& index = m_sections[section].items;
+  const auto room = index.MakeRoom(hash, [&] { return OrderedForm(key); });
+  index.Enter(room, hash, InsertAfter(above, item));
   ++m_sections[section].itemCount;
   return true;
 }
@@ -228,10 +243,12 @@ void CFileDocument::MoveTexts(CFileRecord& record, CFileStore& target) const {
 
 void CFileDocument::AddItem(CPoolIndex section, const CFileRecord& item) {
   CFileSection& owner = m_sections[section];
+  const auto room =
+      owner.items.MakeRoom(item.keyHash, [&] { return OrderedForm(m_store.Text(item.key)); });
   const CPoolIndex place = owner.cursor != kNoIndex ? owner.cursor : EndOfItems(section);
   const CPoolIndex added = InsertAfter(place, item);
   m_records[added].order = owner.cursorOrder;
-  owner.items.Add(item.keyHash, added, KeyTextOf(added));
+  owner.items.Enter(room, item.keyHash, added);
   ++owner.itemCount;
   if (owner.cursor != kNoIndex) {
     owner.cursor = added;
@@ -284,8 +301,8 @@ CPoolIndex CFileDocument::SplitText(CPoolIndex text, std::uint32_t place) {
   lower.kind = Kind::Text;
   lower.isLoaded = true;
   lower.line = {place, m_records[text].line.end};
-  m_records[text].line.end = place;
   InsertAfter(text, lower);
+  m_records[text].line.end = place;
   return text;
 }
 

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <new>
 #include <vector>
 
 namespace lum::detail {
@@ -26,9 +27,13 @@ class CIndexPool {
     m_free.pop_back();
     return index;
   }
-  void Free(CPoolIndex index) {
+  /// Needs no memory: without it to note the place, nobody takes the place again.
+  void Free(CPoolIndex index) noexcept {
     (*this)[index] = T();
-    m_free.push_back(index);
+    try {
+      m_free.push_back(index);
+    } catch (const std::bad_alloc&) {
+    }
   }
 
   /// How many places there are, freed ones included.
@@ -41,10 +46,12 @@ class CIndexPool {
  private:
   static constexpr std::size_t kPiece = 1024;
 
-  // The first piece grows as it is needed: most pools are small.
+  // The first piece grows as it is needed: most pools are small. A piece may be there already, left
+  // by an object that found no memory in it.
   void Append(const T& object) {
     if (m_count % kPiece == 0) {
-      m_pieces.emplace_back().reserve(m_count == 0 ? 0 : kPiece);
+      m_pieces.resize(m_count / kPiece + 1);
+      m_pieces.back().reserve(m_count == 0 ? 0 : kPiece);
     }
     m_pieces.back().push_back(object);
   }

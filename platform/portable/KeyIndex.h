@@ -47,6 +47,8 @@ inline CKeyHash HashKey(const CString& key) { return HashKey(CFileTextOf(key)); 
 /// Of every call, `keyText()` gives the key in question as CFileText's OrderedForm does; it is only
 /// called when keys crowd.
 class CKeyIndex {
+  static constexpr std::size_t kNowhere = static_cast<std::size_t>(-1);
+
  public:
   /// So far from the place that its hash names an object may stand.
   static constexpr std::size_t kLongestRun = 128;
@@ -77,16 +79,41 @@ class CKeyIndex {
     }
   }
 
+  /// Where the object of a key goes.
+  class CRoom {
+    friend class CKeyIndex;
+    std::size_t m_place = kNowhere;
+    CPoolIndex* m_crowded = nullptr;
+  };
+
+  /// Does what of adding an object needs memory. Until that is done or the next change nothing is
+  /// found that was not there before.
+  /// Precondition: the key is not there.
+  template <typename KeyText>
+  CRoom MakeRoom(CKeyHash hash, KeyText keyText) {
+    Reserve(m_count + 1);
+    CRoom room;
+    room.m_place = PlaceOf(hash, kNoIndex);
+    if (room.m_place == kNowhere) {
+      room.m_crowded = &m_crowded.emplace(keyText(), kNoIndex).first->second;
+    }
+    return room;
+  }
+
+  /// Precondition: nothing was changed since the room was made for a key of that hash.
+  void Enter(const CRoom& room, CKeyHash hash, CPoolIndex object) {
+    if (room.m_crowded != nullptr) {
+      *room.m_crowded = object;
+    } else {
+      m_slots[room.m_place] = {hash, object};
+      ++m_count;
+    }
+  }
+
   /// Precondition: the key is not there.
   template <typename KeyText>
   void Add(CKeyHash hash, CPoolIndex object, KeyText keyText) {
-    Reserve(m_count + 1);
-    if (const std::size_t place = PlaceOf(hash, kNoIndex); place != kNowhere) {
-      m_slots[place] = {hash, object};
-      ++m_count;
-    } else {
-      m_crowded.emplace(keyText(), object);
-    }
+    Enter(MakeRoom(hash, keyText), hash, object);
   }
 
   /// Precondition: `object` is there, under that hash; `successor` has the same key.
@@ -118,19 +145,19 @@ class CKeyIndex {
   };
 
   static constexpr std::size_t kSmallest = 8;
-  static constexpr std::size_t kNowhere = static_cast<std::size_t>(-1);
 
   std::size_t Home(CKeyHash hash) const { return hash & (m_slots.size() - 1); }
   std::size_t Next(std::size_t place) const { return (place + 1) & (m_slots.size() - 1); }
   std::size_t Distance(std::size_t from, std::size_t to) const {
     return (to - from) & (m_slots.size() - 1);
   }
-  /// The place of an object, or with kNoIndex the free one where it goes; kNowhere when it is not
-  /// in the table, or has no place there.
+  /// The place of an object under a hash, or with kNoIndex the free one where it goes; kNowhere
+  /// when it is not in the table, or has no place there.
   std::size_t PlaceOf(CKeyHash hash, CPoolIndex object) const {
     std::size_t place = Home(hash);
     for (std::size_t left = kLongestRun; left > 0; --left, place = Next(place)) {
-      if (m_slots[place].object == object) {
+      const Slot& slot = m_slots[place];
+      if (slot.object == object && (object == kNoIndex || slot.hash == hash)) {
         return place;
       }
     }
@@ -163,12 +190,12 @@ class CKeyIndex {
     smaller.swap(m_slots);
     const auto isFree = [](const Slot& slot) { return slot.object == kNoIndex; };
     const auto start = std::find_if(smaller.begin(), smaller.end(), isFree);
-    Enter(start, smaller.end());
-    Enter(smaller.begin(), start);
+    EnterAll(start, smaller.end());
+    EnterAll(smaller.begin(), start);
   }
 
   template <typename Iterator>
-  void Enter(Iterator first, Iterator end) {
+  void EnterAll(Iterator first, Iterator end) {
     for (; first != end; ++first) {
       if (first->object != kNoIndex) {
         m_slots[PlaceOf(first->hash, kNoIndex)] = *first;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 
 #include "platform/portable/NumberText.h"
 
@@ -31,27 +32,24 @@ CLumString::CLumString(const CString& text, wchar_t separator, bool trim, bool m
 CLumString::CLumString(wchar_t separator) : m_separator(separator) {}
 
 void CLumString::LoadStringW(const CString& text, bool trim, bool merge) {
-  m_text = text;
-  m_spans.clear();
-  if (m_text.IsEmpty()) {
-    return;
-  }
-  const std::wstring_view whole(m_text.GetString(), static_cast<std::size_t>(m_text.GetLength()));
-  if (!merge) {
+  CString copy(text);
+  const std::wstring_view whole(copy.GetString(), static_cast<std::size_t>(copy.GetLength()));
+  bool isMore = !whole.empty();
+  std::vector<Span> spans;
+  if (isMore && !merge) {
     const auto separators = std::count(whole.begin(), whole.end(), m_separator);
-    m_spans.reserve(static_cast<std::size_t>(separators) + 1);
+    spans.reserve(static_cast<std::size_t>(separators) + 1);
   }
-  for (std::size_t first = 0;;) {
+  for (std::size_t first = 0; isMore;) {
     const std::size_t end = std::min(whole.find(m_separator, first), whole.size());
     const std::wstring_view item = whole.substr(first, end - first);
     const std::wstring_view kept = trim ? WithoutBlanks(item) : item;
-    m_spans.push_back(
-        {static_cast<int>(kept.data() - whole.data()), static_cast<int>(kept.size())});
-    if (end == whole.size()) {
-      return;
-    }
+    spans.push_back({static_cast<int>(kept.data() - whole.data()), static_cast<int>(kept.size())});
+    isMore = end != whole.size();
     first = merge ? std::min(whole.find_first_not_of(m_separator, end), whole.size()) : end + 1;
   }
+  m_text = std::move(copy);
+  m_spans = std::move(spans);
 }
 
 std::vector<CString> CLumString::Items() const {

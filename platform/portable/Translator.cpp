@@ -2,6 +2,7 @@
 #include "platform/Translator.h"
 
 #include <map>
+#include <utility>
 
 #include "platform/FileObject.h"
 
@@ -67,8 +68,10 @@ bool Translator::Load(const CString& path) {
   if (!file.Load(path)) {
     return false;
   }
-  AddSection(file, L"AttribDefV2", m_texts->names);
-  AddSection(file, L"AttribDefV2Ctrl", m_texts->controls);
+  Texts texts(*m_texts);
+  AddSection(file, L"AttribDefV2", texts.names);
+  AddSection(file, L"AttribDefV2Ctrl", texts.controls);
+  *m_texts = std::move(texts);
   return true;
 }
 
