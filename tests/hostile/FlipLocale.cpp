@@ -1,5 +1,6 @@
-// A library to be preloaded: as long as the program runs, a thread of it sets the process locale to
-// one with a decimal comma and back. What depends on the locale then goes wrong now and then.
+// A library to be preloaded: it sets the process locale to one with a decimal comma, and, as long
+// as the program runs, a thread of it sets it back and forth. With LUM_LOCALE_STAYS in the
+// environment the comma stays. What depends on the locale then goes wrong, now and then or always.
 #include <pthread.h>
 
 #include <atomic>
@@ -21,10 +22,10 @@ void Wait() {
 
 void* FlipForEver(void* /*unused*/) {
   for (;;) {
-    std::setlocale(LC_ALL, kLocale);
     Wait();
     std::setlocale(LC_ALL, "C");
     Wait();
+    std::setlocale(LC_ALL, kLocale);
     g_flips.fetch_add(1, std::memory_order_relaxed);
   }
 }
@@ -41,9 +42,13 @@ void NoteFlips() {
 [[gnu::constructor]] void StartFlipping() {
   // The C library frees the tables of a locale that nobody uses any more, which a thread may be
   // reading: this use never ends.
-  if (::newlocale(LC_ALL_MASK, kLocale, nullptr) == nullptr) {
+  if (::newlocale(LC_ALL_MASK, kLocale, nullptr) == nullptr ||
+      std::setlocale(LC_ALL, kLocale) == nullptr) {
     std::fprintf(stderr, "the locale %s is not installed\n", kLocale);
     std::_Exit(2);
+  }
+  if (std::getenv("LUM_LOCALE_STAYS") != nullptr) {
+    return;
   }
   pthread_t thread;
   if (::pthread_create(&thread, nullptr, &FlipForEver, nullptr) != 0) {

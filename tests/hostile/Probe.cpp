@@ -89,9 +89,8 @@ int ProbeStack(long bytes) {
   return !SurvivesStackOf(bytes) && SurvivesStackOf(bytes / 2) ? 0 : Miss("the limit of the stack");
 }
 
-/// Local time in January is so many seconds ahead of UTC, and a comma is what the locale writes.
+/// Local time in January is so many seconds ahead of UTC, and the process locale has a comma.
 int ProbeZone(long seconds) {
-  std::setlocale(LC_ALL, "");
   const std::time_t january = 1'700'000'000 + 60 * 86'400;
   std::tm local = {};
   ::localtime_r(&january, &local);
