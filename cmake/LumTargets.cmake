@@ -36,6 +36,9 @@ function(lum_configure_target target)
   endif()
 endfunction()
 
+# Shortens the builds that nobody gets. Two sources of one library never share a name.
+option(LUM_UNITY_LIBRARIES "Compile each library as one source" OFF)
+
 # A shared library with hidden visibility whose exports are marked while `buildMacro` is defined.
 function(lum_configure_library target buildMacro)
   lum_configure_target(${target})
@@ -43,6 +46,9 @@ function(lum_configure_library target buildMacro)
   # A fused multiply-add would round once where the formulas are laid down to round twice.
   target_compile_options(${target} PRIVATE -ffp-contract=off)
   target_compile_definitions(${target} PRIVATE ${buildMacro})
+  if(LUM_UNITY_LIBRARIES)
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 0)
+  endif()
   target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>)
   if(WIN32)
     set_target_properties(${target} PROPERTIES PREFIX "")

@@ -1,5 +1,6 @@
 #include "platform/portable/FileCallsPosix.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <unistd.h>
@@ -7,10 +8,20 @@
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
+#include <memory>
+#include <string_view>
 #include <system_error>
 #include <thread>
 
 namespace lum::detail {
+
+namespace {
+
+struct CFolderCloser {
+  void operator()(DIR* folder) const { ::closedir(folder); }
+};
+
+}  // namespace
 
 int CFileCalls::Open(const Path& path, int flags, mode_t mode) {
   return ::open(path.c_str(), flags, mode);
@@ -59,13 +70,13 @@ int CFileCalls::CheckWritable(const Path& path) {
   return ::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS);
 }
 
+// The standard library's iterator ends the process when there is no memory for its paths.
 std::vector<CFileCalls::Path> CFileCalls::List(const Path& folder, const std::string& beginning) {
   std::vector<Path> found;
-  std::error_code error;
-  std::filesystem::directory_iterator entry(folder, error);
-  for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
-    if (entry->path().filename().native().starts_with(beginning)) {
-      found.push_back(entry->path());
+  const std::unique_ptr<DIR, CFolderCloser> entries(::opendir(folder.c_str()));
+  while (const dirent* entry = entries ? ::readdir(entries.get()) : nullptr) {
+    if (std::string_view(entry->d_name).starts_with(beginning)) {
+      found.push_back(folder / entry->d_name);
     }
   }
   return found;

@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <ctime>
+#include <utility>
 
 #include "platform/portable/FileNames.h"
 #include "platform/portable/FileVersionsPosix.h"
@@ -64,13 +65,13 @@ CTemporaryFile::~CTemporaryFile() {
 bool CTemporaryFile::Create(const CTarget& target) {
   const mode_t mode = target.exists ? S_IRUSR | S_IWUSR : 0666;
   for (int attempt = 0; attempt < kMaxNameAttempts; ++attempt) {
-    const Path path = TemporaryPath(target.path, attempt);
+    Path path = TemporaryPath(target.path, attempt);
     m_file = OpenFile(m_calls, path, O_WRONLY | O_CREAT | O_EXCL, mode);
     if (!m_file.IsOpen() && errno != EEXIST) {
       break;
     }
     if (m_file.IsOpen() && IsOurs()) {
-      m_path = path;
+      m_path = std::move(path);
       return true;
     }
     if (m_file.IsOpen()) {
@@ -81,10 +82,12 @@ bool CTemporaryFile::Create(const CTarget& target) {
 }
 
 bool CTemporaryFile::LinkTo(const CTarget& target) {
-  const Path path = TemporaryPath(target.path, kMaxNameAttempts);
-  const bool isLinked = m_calls.Link(target.path, path) == 0;
-  m_path = isLinked ? path : Path();
-  return isLinked;
+  Path path = TemporaryPath(target.path, kMaxNameAttempts);
+  if (m_calls.Link(target.path, path) != 0) {
+    return false;
+  }
+  m_path = std::move(path);
+  return true;
 }
 
 bool CTemporaryFile::Write(std::string_view bytes) {
