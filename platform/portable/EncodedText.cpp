@@ -74,17 +74,6 @@ CString DecodeUtf16(const CCodeUnits& units) {
   return text;
 }
 
-bool IsValidUtf16(const CCodeUnits& units) {
-  for (std::size_t i = 0; i < units.Count(); ++i) {
-    if (HasPairAt(units, i)) {
-      ++i;
-    } else if (IsHighSurrogate(units[i]) || IsLowSurrogate(units[i])) {
-      return false;
-    }
-  }
-  return true;
-}
-
 void AppendUnit(std::uint32_t unit, TextFileEncoding encoding, std::string& bytes) {
   const char low = static_cast<char>(unit & 0xFF);
   const char high = static_cast<char>((unit >> 8) & 0xFF);
@@ -182,11 +171,22 @@ bool IsValidUtf8(std::string_view bytes) {
   return true;
 }
 
+std::size_t FirstInvalidUnit(const CCodeUnits& units) {
+  for (std::size_t i = 0; i < units.Count(); ++i) {
+    if (HasPairAt(units, i)) {
+      ++i;
+    } else if (IsHighSurrogate(units[i]) || IsLowSurrogate(units[i])) {
+      return i;
+    }
+  }
+  return units.Count();
+}
+
 bool IsValidText(std::string_view bytes, TextFileEncoding encoding) {
   if (!IsUtf16(encoding)) {
     return IsValidUtf8(bytes);
   }
-  return bytes.size() % 2 == 0 && IsValidUtf16(CCodeUnits(bytes, encoding));
+  return bytes.size() % 2 == 0 && FirstInvalidUnit(CCodeUnits(bytes, encoding)) * 2 == bytes.size();
 }
 
 CString DecodeText(std::string_view bytes, TextFileEncoding encoding) {

@@ -60,6 +60,9 @@ class CCodeUnits {
   std::size_t m_unitSize;
 };
 
+/// The first half of a UTF-16 pair that stands alone; the count when there is none.
+std::size_t FirstInvalidUnit(const CCodeUnits& units);
+
 /// One line as places in a file's bytes: [begin, end) without the terminator, [end, next) the
 /// terminator: LF, CR LF or, at the end of the file, nothing. A CR alone ends no line.
 struct CLineBounds {

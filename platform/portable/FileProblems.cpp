@@ -25,28 +25,13 @@ std::size_t FirstInvalidByte(std::string_view line) {
   return place > 0 && IsLeadByte(line[place - 1]) ? place - 1 : place;
 }
 
-bool IsHighSurrogate(char16_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
-bool IsLowSurrogate(char16_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
-
-std::size_t FirstInvalidUnit(std::string_view line, TextFileEncoding encoding) {
-  const CCodeUnits units(line, encoding);
-  for (std::size_t index = 0; index < units.Count(); ++index) {
-    const bool isPair = IsHighSurrogate(units[index]) && index + 1 < units.Count() &&
-                        IsLowSurrogate(units[index + 1]);
-    if (!isPair && (IsHighSurrogate(units[index]) || IsLowSurrogate(units[index]))) {
-      return 2 * index;
-    }
-    index += isPair ? 1 : 0;
-  }
-  return line.size();
-}
-
 int ColumnOfInvalidByte(std::string_view line) {
   return 1 + ReadAsUtf8(line.substr(0, FirstInvalidByte(line))).GetLength();
 }
 
 int ColumnOfInvalidUnit(std::string_view line, TextFileEncoding encoding) {
-  return 1 + DecodeText(line.substr(0, FirstInvalidUnit(line, encoding)), encoding).GetLength();
+  const std::size_t unit = FirstInvalidUnit(CCodeUnits(line, encoding));
+  return 1 + DecodeText(line.substr(0, 2 * unit), encoding).GetLength();
 }
 
 // Why a line that is neither blank, a comment, a section nor an item is none of them.

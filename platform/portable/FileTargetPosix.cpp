@@ -15,7 +15,7 @@ namespace {
 
 using Path = std::filesystem::path;
 
-constexpr std::size_t kChunkBytes = std::size_t{1} << 16;
+constexpr std::size_t kPieceBytes = std::size_t{1} << 16;
 // As many links as Linux itself follows.
 constexpr int kMaxLinks = 40;
 
@@ -30,9 +30,9 @@ int WhyNotReplaceable(const struct stat& status) {
 
 ssize_t ReadSome(CFileCalls& calls, int descriptor, std::string& bytes) {
   const std::size_t size = bytes.size();
-  bytes.resize(size + kChunkBytes);
+  bytes.resize(size + kPieceBytes);
   const ssize_t count =
-      UntilUninterrupted([&] { return calls.Read(descriptor, &bytes[size], kChunkBytes); });
+      UntilUninterrupted([&] { return calls.Read(descriptor, &bytes[size], kPieceBytes); });
   bytes.resize(size + static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
   return count;
 }

@@ -13,7 +13,7 @@ namespace {
 
 using Path = std::filesystem::path;
 
-constexpr DWORD kChunkBytes = DWORD{1} << 16;
+constexpr DWORD kPieceBytes = DWORD{1} << 16;
 
 bool Fail(DWORD error) {
   ::SetLastError(error);
@@ -179,14 +179,14 @@ bool ReadFile(CFileCalls& calls, const Path& path, std::size_t limit, std::strin
     return false;
   }
   std::string read;
-  DWORD count = kChunkBytes;
+  DWORD count = kPieceBytes;
   while (count > 0) {
     const std::size_t size = read.size();
     if (size > limit) {
       return Fail(ERROR_FILE_TOO_LARGE);
     }
-    read.resize(size + kChunkBytes);
-    if (!calls.Read(file.Get(), &read[size], kChunkBytes, count)) {
+    read.resize(size + kPieceBytes);
+    if (!calls.Read(file.Get(), &read[size], kPieceBytes, count)) {
       return false;
     }
     read.resize(size + count);
