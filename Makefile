@@ -21,6 +21,16 @@ check: configure
 	@$(BUILD)
 	@ctest --preset release
 
+# The long forms of what .ci/run does in short, and each fuzzer for 20 minutes: hours.
+check-deep: configure
+	@scripts/bootstrap ci
+	@$(BUILD)
+	@LUM_DIFFERENTIAL_INPUTS=10000000 LUM_KILLS=5000 LUM_WRITES=1000 ctest --preset release
+	@scripts/check-surroundings
+	@scripts/check-valgrind
+	@scripts/check-tidy
+	@scripts/fuzz --seconds 1200
+
 # Builds the Windows libraries and programs and passes the tests under Wine.
 check-windows:
 	@scripts/bootstrap windows

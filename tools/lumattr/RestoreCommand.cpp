@@ -112,6 +112,7 @@ std::vector<VersionInfo> DescribeAll(const std::string& path,
   FileObject current;
   const bool isThere = current.Load(ArgumentText(path, "the file name"));
   std::vector<VersionInfo> infos;
+  infos.reserve(versions.size());
   for (const FileVersion& version : versions) {
     infos.push_back(Describe(version, isThere ? &current : nullptr));
   }
@@ -145,6 +146,7 @@ void PrintText(const RestoreOptions& options, const std::vector<VersionInfo>& in
     return;
   }
   std::vector<TableRow> rows;
+  rows.reserve(infos.size());
   for (const VersionInfo& info : infos) {
     rows.push_back({std::to_string(info.version.number), info.time, std::to_string(info.size),
                     info.differences.empty() ? "-" : info.differences});
