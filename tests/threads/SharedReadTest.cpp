@@ -149,7 +149,7 @@ std::string ReadValue(const CLumType& value) {
   CLumAnything assigned;
   assigned = value;
   return text + TextOf(value) + TextOf(*copy) + TextOf(assigned) + Narrow(name) +
-         std::to_string(number) + std::to_string(real) + std::to_string(numbers.size());
+         std::to_string(number) + (real == 1.0 ? "one" : "other") + std::to_string(numbers.size());
 }
 
 TEST(ValuesReadByThreads, OfEveryKindAnswerAllOfThem) {
