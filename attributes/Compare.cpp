@@ -99,7 +99,7 @@ class CComparisonPass {
   }
 
   void LeavePair() {
-    CPairFrame& done = m_frames.back();
+    const CPairFrame& done = m_frames.back();
     CPairFrame& above = m_frames[m_frames.size() - 2];
     if (done.found != nullptr) {
       AttachBelow(above.Entry(*done.walked), *done.found);
