@@ -11,6 +11,7 @@
 #include "platform/portable/FileBytes.h"
 #include "platform/portable/FileCalls.h"
 #include "platform/portable/FileDocument.h"
+#include "platform/portable/FileNames.h"
 #include "platform/portable/FileObjectText.h"
 #include "platform/portable/FileProblems.h"
 #include "platform/portable/FileSaving.h"
@@ -162,12 +163,13 @@ FileSaveResult FileObject::LastSave() const noexcept { return Document::Of(*this
 
 std::vector<FileVersion> FileObject::PreviousVersions(const CString& path) {
   CFileCalls calls;
+  const std::filesystem::path file = lum::detail::FileBehindLinks(path, calls);
   std::vector<FileVersion> versions;
   for (int number = 1; number <= kMaxPreviousVersions; ++number) {
-    CString version = lum::detail::VersionPath(path, number, calls);
+    const std::filesystem::path version = lum::detail::VersionOf(file, number);
     std::error_code none;
-    if (std::filesystem::is_regular_file(lum::detail::SystemPath(version), none)) {
-      versions.push_back({number, std::move(version)});
+    if (std::filesystem::is_regular_file(version, none)) {
+      versions.push_back({number, lum::detail::PathText(version)});
     }
   }
   return versions;

@@ -9,7 +9,6 @@
 #include <string_view>
 
 #include "platform/portable/FileCalls.h"
-#include "platform/portable/FileNames.h"
 #include "platform/portable/FileTarget.h"
 #include "platform/portable/SystemFile.h"
 #include "platform/portable/TemporaryFile.h"
@@ -157,10 +156,10 @@ CString FilePlace(const CString& path, CFileCalls& calls) {
   return FollowLinks(calls, target) ? PlaceOf(calls, target) : CString();
 }
 
-CString VersionPath(const CString& path, int version, CFileCalls& calls) {
+std::filesystem::path FileBehindLinks(const CString& path, CFileCalls& calls) {
   std::filesystem::path target = SystemPath(path);
   FollowLinks(calls, target);
-  return PathText(VersionOf(target, version));
+  return target;
 }
 
 }  // namespace lum::detail

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <string>
@@ -49,7 +50,7 @@ enum class FileUpdateResult {
 /// allowed), renames it over the old one and flushes the folder. Only a regular file that may be
 /// written is replaced. A new file appears whole under its name; one that another program made
 /// meanwhile is not replaced unseen. With `versions` above 0 the old file stays as version 1, see
-/// VersionPath(), and as many are kept. What killed savers of the same file left behind is removed.
+/// VersionOf(), and as many are kept. What killed savers of the same file left behind is removed.
 ///
 /// Waits about ten seconds for another saver. On a file system without locks there is none. Unless
 /// the result is Done, `error` says why.
@@ -65,8 +66,7 @@ void FinishInterrupted(const CString& path, CFileCalls& calls);
 /// told.
 CString FilePlace(const CString& path, CFileCalls& calls);
 
-/// Where a previous version of a file stands: beside the file behind symbolic links. 1 is the
-/// newest.
-CString VersionPath(const CString& path, int version, CFileCalls& calls);
+/// The file behind symbolic links, which may be missing.
+std::filesystem::path FileBehindLinks(const CString& path, CFileCalls& calls);
 
 }  // namespace lum::detail
