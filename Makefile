@@ -40,11 +40,11 @@ check-windows:
 	@tr -d '\r' <build/windows/Testing/Temporary/LastTest.log | \
 		sed -n -e '/: Skipped$$/{n;s/^/skipped: /p;}' -e '/^skipped: /p' | sort | uniq -c
 
-# Lets every fuzzer run for so many seconds; docs/fuzzing.md.
+# Lets every fuzzer run for so many seconds; docs/fuzzing.md. SEED=1 makes the run repeatable.
 SECONDS := 20
 fuzz:
 	@scripts/bootstrap build ci
-	@scripts/fuzz --seconds $(SECONDS)
+	@scripts/fuzz --seconds $(SECONDS) $(if $(SEED),--seed $(SEED))
 
 # Makes Debian packages and an archive for Windows in build/package, of what the checks built.
 package:
