@@ -1,0 +1,68 @@
+// Identifiers of SAE J1939-21, and its multi-packet messages.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string_view>
+#include <vector>
+
+namespace lum::decoding {
+
+/// The parts of a 29-bit identifier. PDU1 (the PF byte below 240): the PS byte is the destination and
+/// does not belong to the parameter group number. PDU2: it does, and the message is for all.
+struct J1939Id {
+  std::uint8_t priority = 0;
+  std::uint32_t pgn = 0;  ///< 18 bits, data page and extended data page included.
+  std::uint8_t source = 0;
+  std::uint8_t destination = 0xFF;
+};
+J1939Id SplitJ1939Id(std::uint32_t id);
+
+/// One frame for the assembler.
+struct J1939Frame {
+  J1939Id id;
+  std::string_view channel;
+  std::span<const std::uint8_t> data;
+  double time = 0.0;  ///< Seconds; without time stamps 0 throughout, and nothing times out.
+  std::uint64_t line = 0;
+};
+
+/// A whole message of several frames.
+struct J1939Message {
+  J1939Id id;  ///< Of the parameter group that was carried.
+  std::span<const std::uint8_t> data;  ///< Valid until the next call.
+  std::uint32_t frames = 0;
+};
+
+enum class AssemblyResult : std::uint8_t {
+  NotTransport,  ///< An ordinary message: TP.CM and TP.DT it is not.
+  UnderWay,
+  Complete,
+  Passed,  ///< Transport protocol, but nothing of a session that is known: acknowledgements, aborts.
+};
+
+struct AssemblyOutcome {
+  AssemblyResult result = AssemblyResult::NotTransport;
+  std::string_view problem;  ///< Static text, or empty: "packet 3 is missing …".
+  std::uint64_t problemLine = 0;
+};
+
+/// Puts multi-packet messages together (SAE J1939-21, transport protocol): announced to all (BAM) and
+/// with a handshake (RTS/CTS), interleaved from several senders on several channels. At most
+/// kMaxSessions at a time: the one that has waited longest is given up for a new one, with a problem.
+class CJ1939Assembler {
+ public:
+  static constexpr std::size_t kMaxSessions = 1024;
+  static constexpr std::size_t kMaxBytes = 1785;
+  /// T1 of the standard: the longest wait between packets, and T2 of a handshake, in seconds.
+  static constexpr double kBroadcastTimeout = 0.75;
+  static constexpr double kHandshakeTimeout = 1.25;
+
+  AssemblyOutcome Take(const J1939Frame& frame, J1939Message& message);
+  /// One of the sessions under way as a problem, and forgets it; false when there is none.
+  bool Finish(AssemblyOutcome& outcome);
+};
+
+}  // namespace lum::decoding
