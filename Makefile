@@ -26,6 +26,7 @@ check-deep: configure
 	@scripts/bootstrap ci
 	@$(BUILD)
 	@LUM_DIFFERENTIAL_INPUTS=10000000 LUM_KILLS=5000 LUM_WRITES=1000 ctest --preset release
+	@cmake --preset asan && cmake --build --preset asan && ctest --preset asan-whole
 	@scripts/check-surroundings
 	@scripts/check-valgrind
 	@scripts/check-tidy

@@ -1,6 +1,5 @@
 #include "tools/lumattr/AttributeLookup.h"
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <optional>
 #include <utility>
@@ -29,11 +28,11 @@ std::string Suggest(const LoadedSection& loaded) {
 
 }  // namespace
 
-void AddAttributeArguments(CLI::App& command, AttributeArguments& arguments) {
-  command.add_option("FILE", arguments.file, "Configuration file")->required();
-  command.add_option("SECTION", arguments.section, "Section of the file")->required();
-  command.add_option("PATH", arguments.path, "Path of the attribute, such as Sensor(1).Offset")
-      ->required();
+void AddAttributeArguments(const CCommand& command, AttributeArguments& arguments) {
+  command.Option("FILE", arguments.file, "Configuration file").Required();
+  command.Option("SECTION", arguments.section, "Section of the file").Required();
+  command.Option("PATH", arguments.path, "Path of the attribute, such as Sensor(1).Offset")
+      .Required();
   AddDefinitionOptions(command, arguments.definitions);
 }
 

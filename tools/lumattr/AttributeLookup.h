@@ -6,12 +6,9 @@
 
 #include "platform/LumBase.h"
 #include "tools/lumattr/AttributePath.h"
+#include "tools/lumattr/CommandLine.h"
 #include "tools/lumattr/Definitions.h"
 #include "tools/lumattr/SectionItems.h"
-
-namespace CLI {
-class App;
-}
 
 namespace lum::tool {
 
@@ -23,7 +20,7 @@ struct AttributeArguments {
   DefinitionOptions definitions;
 };
 
-void AddAttributeArguments(CLI::App& command, AttributeArguments& arguments);
+void AddAttributeArguments(const CCommand& command, AttributeArguments& arguments);
 
 /// Everything the arguments lead to, loaded.
 struct LoadedSection {

@@ -1,5 +1,4 @@
 // lumattr check: names every place of a file that readers skip or misread in silence.
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstddef>
 #include <nlohmann/json.hpp>
@@ -179,21 +178,21 @@ void RunCheck(const CheckOptions& options, ToolContext& context) {
 
 }  // namespace
 
-void AddCheckCommand(CLI::App& app, ToolContext& context) {
+void AddCheckCommand(const CCommand& app, ToolContext& context) {
   auto options = std::make_shared<CheckOptions>();
-  CLI::App* command =
-      app.add_subcommand("check", "Report what readers of files skip or misread in silence");
-  command->add_option("FILE", options->files, "Configuration or definition files");
-  command->add_flag("--json", options->json, "Print a JSON array");
-  command->add_flag("--rules", options->listRules, "List the rules and what they mean");
-  command->add_option("--as", options->kind, "Take the files as 'config' or 'definitions'")
-      ->check(CLI::IsMember({"config", "definitions"}));
-  command->add_option("--max", options->max, "Print at most so many findings a file")
-      ->check(CLI::Range(1, 1'000'000))
-      ->capture_default_str();
-  AddDefinitionOptions(*command, options->definitions);
-  command->footer(kFooter);
-  command->callback([options, &context] { RunCheck(*options, context); });
+  const CCommand command =
+      app.Subcommand("check", "Report what readers of files skip or misread in silence");
+  command.Option("FILE", options->files, "Configuration or definition files");
+  command.Flag("--json", options->json, "Print a JSON array");
+  command.Flag("--rules", options->listRules, "List the rules and what they mean");
+  command.Option("--as", options->kind, "Take the files as 'config' or 'definitions'")
+      .OneOf({"config", "definitions"});
+  command.Option("--max", options->max, "Print at most so many findings a file")
+      .Within(1, 1'000'000)
+      .ShowDefault();
+  AddDefinitionOptions(command, options->definitions);
+  command.Footer(kFooter);
+  command.Action([options, &context] { RunCheck(*options, context); });
 }
 
 }  // namespace lum::tool

@@ -1,6 +1,5 @@
 #include "tools/lumattr/ConfigFile.h"
 
-#include <CLI/CLI.hpp>
 #include <utility>
 
 #include "catalogue/AttributeNames.h"
@@ -20,14 +19,14 @@ FileObject LoadConfigFile(const std::string& path) {
   return file;
 }
 
-void AddSaveOptions(CLI::App& command, SaveSettings& settings) {
+void AddSaveOptions(const CCommand& command, SaveSettings& settings) {
   command
-      .add_option("--keep", settings.keep,
-                  "How many previous versions of the file to keep for lumattr restore")
-      ->type_name("N")
-      ->capture_default_str()
-      ->envname("LUMATTR_KEEP")
-      ->check(CLI::Range(0, int{FileObject::kMaxPreviousVersions}));
+      .Option("--keep", settings.keep,
+              "How many previous versions of the file to keep for lumattr restore")
+      .TypeName("N")
+      .ShowDefault()
+      .Environment("LUMATTR_KEEP")
+      .Within(0, int{FileObject::kMaxPreviousVersions});
 }
 
 bool SaveConfigFile(FileObject& file, const std::string& path, const SaveSettings& settings,

@@ -7,9 +7,7 @@
 #include "attributes/AttributeMap.h"
 #include "platform/LumBase.h"
 
-namespace CLI {
-class App;
-}
+#include "tools/lumattr/CommandLine.h"
 
 namespace lum::tool {
 
@@ -19,7 +17,7 @@ struct SaveSettings {
 };
 
 /// The option --keep.
-void AddSaveOptions(CLI::App& command, SaveSettings& settings);
+void AddSaveOptions(const CCommand& command, SaveSettings& settings);
 
 /// Loads the file or throws.
 FileObject LoadConfigFile(const std::string& path);

@@ -1,5 +1,4 @@
 // lumattr convert: rewrites a section in the other format version.
-#include <CLI/CLI.hpp>
 #include <memory>
 
 #include "tools/lumattr/Commands.h"
@@ -61,19 +60,18 @@ bool Convert(const ConvertOptions& options, ToolContext& context) {
 
 }  // namespace
 
-void AddConvertCommand(CLI::App& app, ToolContext& context) {
+void AddConvertCommand(const CCommand& app, ToolContext& context) {
   auto options = std::make_shared<ConvertOptions>();
-  CLI::App* command = app.add_subcommand("convert", "Write a section in the other format version");
-  command->add_option("FILE", options->file, "The file to change")->required();
-  command->add_option("SECTION", options->section, "The section to convert")->required();
-  command->add_option("--to-version", options->toVersion, "The version to write: 1 or 2")
-      ->required()
-      ->check(CLI::IsMember({1, 2}));
-  command->add_flag("--force", options->force, "Convert even when something is reported");
-  AddSaveOptions(*command, options->saving);
-  command->footer(kFooter);
-  command->callback(
-      [options, &context] { UntilSaved([&] { return Convert(*options, context); }); });
+  const CCommand command = app.Subcommand("convert", "Write a section in the other format version");
+  command.Option("FILE", options->file, "The file to change").Required();
+  command.Option("SECTION", options->section, "The section to convert").Required();
+  command.Option("--to-version", options->toVersion, "The version to write: 1 or 2")
+      .Required()
+      .OneOf({"1", "2"});
+  command.Flag("--force", options->force, "Convert even when something is reported");
+  AddSaveOptions(command, options->saving);
+  command.Footer(kFooter);
+  command.Action([options, &context] { UntilSaved([&] { return Convert(*options, context); }); });
 }
 
 }  // namespace lum::tool

@@ -1,7 +1,5 @@
 #include "tools/lumattr/Definitions.h"
 
-#include <CLI/CLI.hpp>
-
 #include "definitions/AttribDefMap.h"
 #include "platform/LumBase.h"
 #include "tools/lumattr/Text.h"
@@ -38,17 +36,17 @@ void LoadDefinitionFile(const std::string& name, ToolContext& context) {
 
 }  // namespace
 
-void AddTranslationOption(CLI::App& command, DefinitionOptions& options) {
-  command.add_option("--lang", options.translationFile, "Translations of display names")
-      ->type_name("FILE");
+void AddTranslationOption(const CCommand& command, DefinitionOptions& options) {
+  command.Option("--lang", options.translationFile, "Translations of display names")
+      .TypeName("FILE");
 }
 
-void AddDefinitionOptions(CLI::App& command, DefinitionOptions& options) {
+void AddDefinitionOptions(const CCommand& command, DefinitionOptions& options) {
   command
-      .add_option("--defs", options.definitionFile,
-                  "Definition file: gives attributes kinds and display names")
-      ->type_name("FILE")
-      ->envname("LUMATTR_DEFS");
+      .Option("--defs", options.definitionFile,
+              "Definition file: gives attributes kinds and display names")
+      .TypeName("FILE")
+      .Environment("LUMATTR_DEFS");
   AddTranslationOption(command, options);
 }
 

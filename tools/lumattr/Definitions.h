@@ -5,11 +5,8 @@
 #include <string>
 
 #include "platform/Framework.h"
+#include "tools/lumattr/CommandLine.h"
 #include "tools/lumattr/ToolContext.h"
-
-namespace CLI {
-class App;
-}
 
 namespace lum::tool {
 
@@ -20,9 +17,9 @@ struct DefinitionOptions {
 };
 
 /// Adds --defs (also from the environment variable LUMATTR_DEFS) and --lang to a command.
-void AddDefinitionOptions(CLI::App& command, DefinitionOptions& options);
+void AddDefinitionOptions(const CCommand& command, DefinitionOptions& options);
 /// Adds --lang alone.
-void AddTranslationOption(CLI::App& command, DefinitionOptions& options);
+void AddTranslationOption(const CCommand& command, DefinitionOptions& options);
 
 /// Loads what the options name into the process-wide table and translator; to be called before
 /// trees are loaded. False when no definitions are given. Throws ToolError for a file that cannot

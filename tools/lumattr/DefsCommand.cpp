@@ -1,5 +1,4 @@
 // lumattr defs: shows the definitions of a definition file.
-#include <CLI/CLI.hpp>
 #include <charconv>
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -159,15 +158,15 @@ void Run(const DefsOptions& options, bool hasWanted, ToolContext& context) {
 
 }  // namespace
 
-void AddDefsCommand(CLI::App& app, ToolContext& context) {
+void AddDefsCommand(const CCommand& app, ToolContext& context) {
   auto options = std::make_shared<DefsOptions>();
-  CLI::App* command = app.add_subcommand("defs", "Show the definitions of a definition file");
-  command->add_option("DEF", options->definitions.definitionFile, "Definition file")->required();
-  CLI::Option* wanted = command->add_option("MNEMONIC|ID", options->wanted, "One definition");
-  AddTranslationOption(*command, options->definitions);
-  command->add_flag("--json", options->json, "Print JSON");
-  command->footer(kFooter);
-  command->callback([options, wanted, &context] { Run(*options, wanted->count() > 0, context); });
+  const CCommand command = app.Subcommand("defs", "Show the definitions of a definition file");
+  command.Option("DEF", options->definitions.definitionFile, "Definition file").Required();
+  const COption wanted = command.Option("MNEMONIC|ID", options->wanted, "One definition");
+  AddTranslationOption(command, options->definitions);
+  command.Flag("--json", options->json, "Print JSON");
+  command.Footer(kFooter);
+  command.Action([options, wanted, &context] { Run(*options, wanted.IsGiven(), context); });
 }
 
 }  // namespace lum::tool

@@ -1,5 +1,4 @@
 // lumattr diff: which attributes changed, were added or were removed between two files.
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -204,17 +203,17 @@ void RunDiff(const DiffOptions& options, ToolContext& context) {
 
 }  // namespace
 
-void AddDiffCommand(CLI::App& app, ToolContext& context) {
+void AddDiffCommand(const CCommand& app, ToolContext& context) {
   auto options = std::make_shared<DiffOptions>();
-  CLI::App* command = app.add_subcommand("diff", "Show how the attributes of two files differ");
-  command->add_option("A", options->fileA, "The file to compare from")->required();
-  command->add_option("B", options->fileB, "The file to compare to")->required();
-  command->add_option("SECTION", options->section, "Compare this section only");
-  command->add_flag("--ignore-flags", options->ignoreFlags, "Compare values only");
-  command->add_flag("--json", options->json, "Print a JSON array");
-  AddDefinitionOptions(*command, options->definitions);
-  command->footer(kFooter);
-  command->callback([options, &context] { RunDiff(*options, context); });
+  const CCommand command = app.Subcommand("diff", "Show how the attributes of two files differ");
+  command.Option("A", options->fileA, "The file to compare from").Required();
+  command.Option("B", options->fileB, "The file to compare to").Required();
+  command.Option("SECTION", options->section, "Compare this section only");
+  command.Flag("--ignore-flags", options->ignoreFlags, "Compare values only");
+  command.Flag("--json", options->json, "Print a JSON array");
+  AddDefinitionOptions(command, options->definitions);
+  command.Footer(kFooter);
+  command.Action([options, &context] { RunDiff(*options, context); });
 }
 
 }  // namespace lum::tool

@@ -1,5 +1,4 @@
 // lumattr eval: evaluates one operation of formulas.
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -288,23 +287,22 @@ void Run(const EvalOptions& options, ToolContext& context) {
 
 }  // namespace
 
-void AddEvalCommand(CLI::App& app, ToolContext& context, std::vector<std::string> words) {
+void AddEvalCommand(const CCommand& app, ToolContext& context, std::vector<std::string> words) {
   auto options = std::make_shared<EvalOptions>();
   options->words = std::move(words);
-  CLI::App* command = app.add_subcommand("eval", "Evaluate an operation of formulas");
+  const CCommand command = app.Subcommand("eval", "Evaluate an operation of formulas");
   // Named for the help alone: the words do not come this way.
-  command->add_option("OPERATION", "Name of the operation");
-  command->add_option("ARG", "Its arguments: numbers (-1.5, 0x1F, inf, nan) and texts")
-      ->expected(0, -1);
-  CLI::Option* list = command->add_flag("--list", options->list, "List all operations");
-  command->add_flag("--lenient", options->lenient, "Turn bad input into a result")->excludes(list);
-  command->add_option("--previous", options->previous, "What the result holds before")
-      ->type_name("NUMBER")
-      ->capture_default_str()
-      ->excludes(list);
-  command->add_flag("--json", options->json, "Print JSON");
-  command->footer(kFooter);
-  command->callback([options, &context] { Run(*options, context); });
+  command.Option("OPERATION", "Name of the operation");
+  command.Option("ARG", "Its arguments: numbers (-1.5, 0x1F, inf, nan) and texts").AnyNumber();
+  const COption list = command.Flag("--list", options->list, "List all operations");
+  command.Flag("--lenient", options->lenient, "Turn bad input into a result").Excludes(list);
+  command.Option("--previous", options->previous, "What the result holds before")
+      .TypeName("NUMBER")
+      .ShowDefault()
+      .Excludes(list);
+  command.Flag("--json", options->json, "Print JSON");
+  command.Footer(kFooter);
+  command.Action([options, &context] { Run(*options, context); });
 }
 
 }  // namespace lum::tool

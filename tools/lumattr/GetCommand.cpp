@@ -1,5 +1,4 @@
 // lumattr get: prints the value of one attribute.
-#include <CLI/CLI.hpp>
 #include <memory>
 #include <nlohmann/json.hpp>
 
@@ -54,16 +53,15 @@ void Run(const GetOptions& options, ToolContext& context) {
 
 }  // namespace
 
-void AddGetCommand(CLI::App& app, ToolContext& context) {
+void AddGetCommand(const CCommand& app, ToolContext& context) {
   auto options = std::make_shared<GetOptions>();
-  CLI::App* command = app.add_subcommand("get", "Print the value of an attribute");
-  AddAttributeArguments(*command, options->attribute);
-  CLI::Option* flags =
-      command->add_flag("--flags", options->flags, "Print the flags by name instead");
-  command->add_flag("--json", options->json, "Print everything about the attribute as JSON")
-      ->excludes(flags);
-  command->footer(kFooter);
-  command->callback([options, &context] { Run(*options, context); });
+  const CCommand command = app.Subcommand("get", "Print the value of an attribute");
+  AddAttributeArguments(command, options->attribute);
+  const COption flags = command.Flag("--flags", options->flags, "Print the flags by name instead");
+  command.Flag("--json", options->json, "Print everything about the attribute as JSON")
+      .Excludes(flags);
+  command.Footer(kFooter);
+  command.Action([options, &context] { Run(*options, context); });
 }
 
 }  // namespace lum::tool

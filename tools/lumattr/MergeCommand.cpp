@@ -1,5 +1,4 @@
 // lumattr merge: lays the attributes of one file over those of another.
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <memory>
 #include <string>
@@ -136,23 +135,22 @@ class CMergeRun {
 
 }  // namespace
 
-void AddMergeCommand(CLI::App& app, ToolContext& context) {
+void AddMergeCommand(const CCommand& app, ToolContext& context) {
   auto options = std::make_shared<MergeOptions>();
-  CLI::App* command = app.add_subcommand("merge", "Lay the attributes of a file over another's");
-  command->add_option("BASE", options->base, "The file to change")->required();
-  command->add_option("OVER", options->over, "The file whose attributes are laid over it")
-      ->required();
-  command->add_option("-o,--output", options->out, "Write this file and leave BASE as it is")
-      ->type_name("OUT");
-  command->add_option("--section", options->section, "Merge this section only");
-  command->add_flag("--add", options->switches.add, "Add what only OVER has");
-  command->add_flag("--flags", options->switches.flags, "Take over flags as well");
-  command->add_flag("--order", options->switches.order, "Take over 'OrderInfo' as well");
-  command->add_flag("--strict", options->switches.strict,
-                    "Keep values with keep-value-strict, too, on the first level");
-  AddSaveOptions(*command, options->saving);
-  command->footer(kFooter);
-  command->callback(
+  const CCommand command = app.Subcommand("merge", "Lay the attributes of a file over another's");
+  command.Option("BASE", options->base, "The file to change").Required();
+  command.Option("OVER", options->over, "The file whose attributes are laid over it").Required();
+  command.Option("-o,--output", options->out, "Write this file and leave BASE as it is")
+      .TypeName("OUT");
+  command.Option("--section", options->section, "Merge this section only");
+  command.Flag("--add", options->switches.add, "Add what only OVER has");
+  command.Flag("--flags", options->switches.flags, "Take over flags as well");
+  command.Flag("--order", options->switches.order, "Take over 'OrderInfo' as well");
+  command.Flag("--strict", options->switches.strict,
+               "Keep values with keep-value-strict, too, on the first level");
+  AddSaveOptions(command, options->saving);
+  command.Footer(kFooter);
+  command.Action(
       [options, &context] { UntilSaved([&] { return CMergeRun(*options, context).Run(); }); });
 }
 

@@ -1,5 +1,4 @@
 // lumattr names: searches the catalogue of attribute names.
-#include <CLI/CLI.hpp>
 #include <memory>
 #include <nlohmann/json.hpp>
 
@@ -82,13 +81,13 @@ void Run(const NamesOptions& options, ToolContext& context) {
 
 }  // namespace
 
-void AddNamesCommand(CLI::App& app, ToolContext& context) {
+void AddNamesCommand(const CCommand& app, ToolContext& context) {
   auto options = std::make_shared<NamesOptions>();
-  CLI::App* command = app.add_subcommand("names", "Search the catalogue of attribute names");
-  command->add_option("PATTERN", options->pattern, "Constant or text, with * and ?");
-  command->add_flag("--json", options->json, "Print JSON");
-  command->footer(kFooter);
-  command->callback([options, &context] { Run(*options, context); });
+  const CCommand command = app.Subcommand("names", "Search the catalogue of attribute names");
+  command.Option("PATTERN", options->pattern, "Constant or text, with * and ?");
+  command.Flag("--json", options->json, "Print JSON");
+  command.Footer(kFooter);
+  command.Action([options, &context] { Run(*options, context); });
 }
 
 }  // namespace lum::tool

@@ -1,5 +1,4 @@
 // lumattr restore: lists the previous versions of a file and brings one of them back.
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
@@ -197,17 +196,17 @@ void Run(const RestoreOptions& options, ToolContext& context) {
 
 }  // namespace
 
-void AddRestoreCommand(CLI::App& app, ToolContext& context) {
+void AddRestoreCommand(const CCommand& app, ToolContext& context) {
   auto options = std::make_shared<RestoreOptions>();
-  CLI::App* command =
-      app.add_subcommand("restore", "List previous versions of a file, bring one back");
-  command->add_option("FILE", options->file, "The file, which may be missing")->required();
-  command->add_option("--to", options->version, "The version to bring back")
-      ->type_name("N")
-      ->check(CLI::Range(1, int{FileObject::kMaxPreviousVersions}));
-  command->add_flag("--json", options->json, "List as JSON");
-  command->footer(kFooter);
-  command->callback([options, &context] { Run(*options, context); });
+  const CCommand command =
+      app.Subcommand("restore", "List previous versions of a file, bring one back");
+  command.Option("FILE", options->file, "The file, which may be missing").Required();
+  command.Option("--to", options->version, "The version to bring back")
+      .TypeName("N")
+      .Within(1, int{FileObject::kMaxPreviousVersions});
+  command.Flag("--json", options->json, "List as JSON");
+  command.Footer(kFooter);
+  command.Action([options, &context] { Run(*options, context); });
 }
 
 }  // namespace lum::tool

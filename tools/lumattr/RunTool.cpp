@@ -107,13 +107,13 @@ void DescribeTool(CLI::App& app) {
 }  // namespace
 
 int RunTool(int argc, char** argv, ToolContext& context,
-            const std::function<void(CLI::App&)>& addCommands) {
+            const std::function<void(const CCommand&)>& addCommands) {
   // A failed write leaves at once, while the system's reason is still known.
   context.out.exceptions(std::ios::badbit | std::ios::failbit);
   try {
     CLI::App app(kDescription, "lumattr");
     DescribeTool(app);
-    addCommands(app);
+    addCommands(CCommand(&app));
     ParseAndRun(app, argc, argv, context);
   } catch (const ToolError& error) {
     Complain(context, error.what());

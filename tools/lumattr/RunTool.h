@@ -4,16 +4,13 @@
 
 #include <functional>
 
+#include "tools/lumattr/CommandLine.h"
 #include "tools/lumattr/ToolContext.h"
-
-namespace CLI {
-class App;
-}
 
 namespace lum::tool {
 
 /// Returns the exit code. Never throws.
 int RunTool(int argc, char** argv, ToolContext& context,
-            const std::function<void(CLI::App&)>& addCommands);
+            const std::function<void(const CCommand&)>& addCommands);
 
 }  // namespace lum::tool

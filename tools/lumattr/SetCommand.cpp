@@ -1,5 +1,4 @@
 // lumattr set: changes the value and the flags of one attribute, one line of the file.
-#include <CLI/CLI.hpp>
 #include <memory>
 
 #include "tools/lumattr/Commands.h"
@@ -56,17 +55,16 @@ bool Edit(const SetOptions& options, ToolContext& context) {
 
 }  // namespace
 
-void AddSetCommand(CLI::App& app, ToolContext& context) {
+void AddSetCommand(const CCommand& app, ToolContext& context) {
   auto options = std::make_shared<SetOptions>();
-  CLI::App* command = app.add_subcommand("set", "Change the value of an attribute");
-  AddAttributeArguments(*command, options->attribute);
-  command->add_option("VALUE", options->value, "The new value's text")->required();
-  command->add_option("--flags", options->flags, "The new flags, or changes to them")
-      ->type_name("WORD");
-  command->add_flag("--create", options->create, "Make the attribute when it is missing");
-  AddSaveOptions(*command, options->saving);
-  command->footer(kFooter);
-  command->callback([options, &context] { UntilSaved([&] { return Edit(*options, context); }); });
+  const CCommand command = app.Subcommand("set", "Change the value of an attribute");
+  AddAttributeArguments(command, options->attribute);
+  command.Option("VALUE", options->value, "The new value's text").Required();
+  command.Option("--flags", options->flags, "The new flags, or changes to them").TypeName("WORD");
+  command.Flag("--create", options->create, "Make the attribute when it is missing");
+  AddSaveOptions(command, options->saving);
+  command.Footer(kFooter);
+  command.Action([options, &context] { UntilSaved([&] { return Edit(*options, context); }); });
 }
 
 }  // namespace lum::tool

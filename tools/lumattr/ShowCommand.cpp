@@ -1,5 +1,4 @@
 // lumattr show: the sections of a file, or the tree of one.
-#include <CLI/CLI.hpp>
 #include <memory>
 #include <nlohmann/json.hpp>
 
@@ -134,16 +133,16 @@ void Run(const ShowOptions& options, bool hasSection, ToolContext& context) {
 
 }  // namespace
 
-void AddShowCommand(CLI::App& app, ToolContext& context) {
+void AddShowCommand(const CCommand& app, ToolContext& context) {
   auto options = std::make_shared<ShowOptions>();
-  CLI::App* command = app.add_subcommand("show", "Show the sections of a file or the tree of one");
-  command->add_option("FILE", options->file, "Configuration file")->required();
-  CLI::Option* section = command->add_option("SECTION", options->section, "Section of the file");
-  AddDefinitionOptions(*command, options->definitions);
-  CLI::Option* json = command->add_flag("--json", options->json, "Print JSON");
-  command->add_flag("--csv", options->csv, "Print comma-separated values")->excludes(json);
-  command->footer(kFooter);
-  command->callback([options, section, &context] { Run(*options, section->count() > 0, context); });
+  const CCommand command = app.Subcommand("show", "Show the sections of a file or the tree of one");
+  command.Option("FILE", options->file, "Configuration file").Required();
+  const COption section = command.Option("SECTION", options->section, "Section of the file");
+  AddDefinitionOptions(command, options->definitions);
+  const COption json = command.Flag("--json", options->json, "Print JSON");
+  command.Flag("--csv", options->csv, "Print comma-separated values").Excludes(json);
+  command.Footer(kFooter);
+  command.Action([options, section, &context] { Run(*options, section.IsGiven(), context); });
 }
 
 }  // namespace lum::tool

@@ -1,5 +1,4 @@
 // lumattr unset: removes one attribute with everything below it.
-#include <CLI/CLI.hpp>
 #include <memory>
 
 #include "tools/lumattr/Commands.h"
@@ -33,13 +32,13 @@ bool Edit(const UnsetOptions& options, ToolContext& context) {
 
 }  // namespace
 
-void AddUnsetCommand(CLI::App& app, ToolContext& context) {
+void AddUnsetCommand(const CCommand& app, ToolContext& context) {
   auto options = std::make_shared<UnsetOptions>();
-  CLI::App* command = app.add_subcommand("unset", "Remove an attribute and everything below it");
-  AddAttributeArguments(*command, options->attribute);
-  AddSaveOptions(*command, options->saving);
-  command->footer(kFooter);
-  command->callback([options, &context] { UntilSaved([&] { return Edit(*options, context); }); });
+  const CCommand command = app.Subcommand("unset", "Remove an attribute and everything below it");
+  AddAttributeArguments(command, options->attribute);
+  AddSaveOptions(command, options->saving);
+  command.Footer(kFooter);
+  command.Action([options, &context] { UntilSaved([&] { return Edit(*options, context); }); });
 }
 
 }  // namespace lum::tool

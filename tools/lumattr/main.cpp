@@ -22,7 +22,7 @@ int main(int argc, char** argv) {
   std::transform(arguments.begin(), arguments.end(), words.begin(),
                  [](std::string& argument) { return argument.data(); });
   lum::tool::EvalLine line = lum::tool::SplitEvalLine(static_cast<int>(words.size()), words.data());
-  const auto addCommands = [&context, &line](CLI::App& app) {
+  const auto addCommands = [&context, &line](const lum::tool::CCommand& app) {
     lum::tool::AddCheckCommand(app, context);
     lum::tool::AddConvertCommand(app, context);
     lum::tool::AddDefsCommand(app, context);
