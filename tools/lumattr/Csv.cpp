@@ -3,9 +3,7 @@
 #include "tools/lumattr/Text.h"
 
 namespace lum::tool {
-namespace {
 
-/// A field by RFC 4180: in quotes when it holds a comma, a quote or a line break.
 std::string CsvField(const std::string& text) {
   if (text.find_first_of(",\"\r\n") == std::string::npos) {
     return text;
@@ -16,8 +14,6 @@ std::string CsvField(const std::string& text) {
   }
   return quoted + '"';
 }
-
-}  // namespace
 
 void PrintCsvLine(ToolContext& context, const TableRow& fields) {
   for (std::size_t i = 0; i < fields.size(); ++i) {

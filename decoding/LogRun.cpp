@@ -1,0 +1,177 @@
+#include "decoding/LogRun.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include "decoding/DecodingError.h"
+
+namespace lum::decoding {
+namespace {
+
+constexpr std::string_view kTooLong = "the line is longer than 65536 bytes";
+static_assert(kMaxLogLine == 65'536);
+
+bool NeedsJ1939(const MatchTerm& term) {
+  using Part = MatchTerm::Part;
+  return term.part == Part::Pgn || term.part == Part::Source || term.part == Part::Destination ||
+         term.part == Part::Priority;
+}
+
+bool NeedsJ1939(const std::optional<CExpression>& formula) {
+  constexpr Input kInputs[] = {Input::Message, Input::Pgn, Input::Source, Input::Destination,
+                               Input::Priority};
+  return formula && std::any_of(std::begin(kInputs), std::end(kInputs),
+                                [&](Input input) { return formula->Uses(input); });
+}
+
+bool NeedsJ1939(const MessageRule& message) {
+  return std::any_of(message.match.begin(), message.match.end(),
+                     [](const MatchTerm& term) { return NeedsJ1939(term); }) ||
+         std::any_of(message.columns.begin(), message.columns.end(), [](const ColumnRule& column) {
+           return NeedsJ1939(column.raw) || NeedsJ1939(column.formula);
+         });
+}
+
+bool NeedsJ1939(const Profile& profile) {
+  return std::any_of(profile.messages.begin(), profile.messages.end(),
+                     [](const MessageRule& message) { return NeedsJ1939(message); });
+}
+
+/// Where reading begins: before the place to resume from, as far as a message may have begun there.
+std::uint64_t FirstOffset(const LogRunOptions& options) {
+  return options.resumeFrom - std::min(options.resumeFrom, CLogRun::kWarmUpBytes);
+}
+
+std::uint64_t SkipTo(CLogInput& input, std::uint64_t offset) {
+  if (offset > 0 && !input.Skip(offset)) {
+    throw DecodingError("the log ends before byte " + std::to_string(offset) +
+                        ", from which to resume");
+  }
+  return offset;
+}
+
+}  // namespace
+
+CLogRun::CLogRun(CLogInput& input, const Profile& profile, const LogRunOptions& options)
+    : m_lines(input, SkipTo(input, FirstOffset(options))), m_decoder(profile) {
+  m_line.end = FirstOffset(options);
+  m_format = ChooseFormat(profile, options);
+  m_reader = MakeLogReader(m_format, profile.reader);
+  if (options.resumeFrom > 0) {
+    WarmUp(options.resumeFrom);
+  }
+}
+
+LogFormat CLogRun::ChooseFormat(const Profile& profile, const LogRunOptions& options) {
+  if (options.format || profile.format) {
+    return options.format ? *options.format : *profile.format;
+  }
+  m_isFormatDetected = true;
+  TakeSample();
+  std::vector<std::string> lines;
+  for (const StoredLine& stored : m_sample) {
+    lines.push_back(stored.text);
+  }
+  const LogFormat format = DetectLogFormat(lines);
+  return format == LogFormat::Candump && NeedsJ1939(profile) ? LogFormat::J1939 : format;
+}
+
+/// The first lines, to be taken again. A live log that has said something is not waited for.
+void CLogRun::TakeSample() {
+  LogLine line;
+  bool hasText = false;
+  while (m_sample.size() < kMostSampleLines && (!hasText || m_lines.HasBuffered()) &&
+         m_lines.Next(line)) {
+    hasText = hasText || line.text.find_first_not_of(" \t") != std::string_view::npos;
+    m_sample.push_back({std::string(line.text), line});
+  }
+}
+
+bool CLogRun::NextLine() {
+  if (m_sample.empty()) {
+    return m_lines.Next(m_line);
+  }
+  m_replayed = std::move(m_sample.front());
+  m_sample.pop_front();
+  m_line = m_replayed.line;
+  m_line.text = m_replayed.text;
+  return true;
+}
+
+/// Feeds the reader with the lines before, which gave their rows to an earlier run. The first may be
+/// cut; what it makes of that is nobody's business.
+void CLogRun::WarmUp(std::uint64_t from) {
+  while (m_line.end < from) {
+    if (!NextLine()) {
+      throw DecodingError("the log ends before byte " + std::to_string(from) +
+                          ", from which to resume");
+    }
+    m_reader->Take(m_line, m_record, m_problem);
+  }
+}
+
+bool CLogRun::Next() {
+  m_matches = {};
+  m_outcome = {};
+  if (!NextLine()) {
+    return FinishReader();
+  }
+  TakeLine();
+  return true;
+}
+
+void CLogRun::TakeLine() {
+  ++m_counts.lines;
+  if (m_line.isTooLong) {
+    m_outcome.hasProblem = true;
+    m_problem = {m_line.number, kMaxLogLine + 1, kTooLong};
+  } else {
+    m_outcome = m_reader->Take(m_line, m_record, m_problem);
+  }
+  if (m_outcome.hasRecord && m_record.kind == RecordKind::Data) {
+    m_matches = m_decoder.Match(m_record);
+  }
+  Count();
+}
+
+void CLogRun::Count() {
+  m_counts.problems += m_outcome.hasProblem ? 1 : 0;
+  if (!m_outcome.hasRecord) {
+    ++m_counts.bad;
+    return;
+  }
+  switch (m_record.kind) {
+    case RecordKind::Data:
+      ++(m_matches.empty() ? m_counts.unmatched : m_counts.matched);
+      break;
+    case RecordKind::Remote:
+      ++m_counts.remote;
+      break;
+    case RecordKind::BusError:
+      ++m_counts.busErrors;
+      break;
+    case RecordKind::Unusable:
+      ++m_counts.unusable;
+      break;
+    case RecordKind::Remark:
+      ++m_counts.remarks;
+      break;
+    case RecordKind::Part:
+      ++m_counts.parts;
+      break;
+  }
+}
+
+bool CLogRun::FinishReader() {
+  m_outcome.hasProblem = m_reader->Finish(m_problem);
+  m_counts.problems += m_outcome.hasProblem ? 1 : 0;
+  return m_outcome.hasProblem;
+}
+
+Row CLogRun::Decode(std::size_t message) {
+  ++m_counts.rows;
+  return m_decoder.Decode(m_record, message);
+}
+
+}  // namespace lum::decoding

@@ -1,0 +1,324 @@
+#include "tools/lumattr/RowWriter.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "decoding/NumberText.h"
+#include "tools/lumattr/Csv.h"
+#include "tools/lumattr/RowColumns.h"
+#include "tools/lumattr/Text.h"
+
+namespace lum::tool {
+namespace {
+
+using decoding::Cell;
+using decoding::CellReason;
+using decoding::CellState;
+using decoding::ColumnRule;
+using decoding::MessageRule;
+using decoding::Profile;
+using decoding::Row;
+
+/// Digits of a time stamp: logs count microseconds.
+constexpr int kTimeDigits = 6;
+
+void AppendValue(std::string& text, const Cell& cell, const ColumnRule& column) {
+  if (column.digits) {
+    decoding::AppendFixed(text, cell.value, *column.digits);
+  } else {
+    decoding::AppendShortest(text, cell.value);
+  }
+}
+
+void AppendTime(std::string& text, const Row& row) {
+  if (row.record->time) {
+    decoding::AppendFixed(text, *row.record->time, kTimeDigits);
+  }
+}
+
+std::string JsonText(const std::string& text) { return SafeJson(nlohmann::json(text).dump()); }
+
+// ---- CSV by RFC 4180: a cell without a value is empty
+
+class CCsvRows : public CRowWriter {
+ public:
+  CCsvRows(const Profile& profile, const RowLayout& layout)
+      : m_profile(profile), m_layout(layout), m_columns(profile) {
+    m_cells.resize(m_columns.Columns().size());
+  }
+
+  void SetFile(const std::string& name) override { m_file = CsvField(name) + ","; }
+
+  void AppendTitles(std::string& text) const override {
+    text += m_layout.hasFile ? "file,line" : "line";
+    text += m_layout.hasTime ? ",time" : "";
+    text += HasMessages() ? ",message" : "";
+    for (const RowColumn& column : m_columns.Columns()) {
+      text += "," + CsvField(column.name);
+    }
+    text += "\r\n";
+  }
+
+  void AppendRow(std::string& text, const Row& row) const override {
+    text += m_file;
+    decoding::AppendWhole(text, row.record->number);
+    if (m_layout.hasTime) {
+      text += ',';
+      AppendTime(text, row);
+    }
+    if (HasMessages()) {
+      text += ',';
+      text += CsvField(row.message->name);
+    }
+    AppendCells(text, row);
+    text += "\r\n";
+  }
+
+ private:
+  bool HasMessages() const { return m_profile.messages.size() > 1; }
+
+  void AppendCells(std::string& text, const Row& row) const {
+    const std::vector<std::size_t>& places = m_columns.PlacesOf(row.messageIndex);
+    std::fill(m_cells.begin(), m_cells.end(), nullptr);
+    for (std::size_t i = 0; i < places.size(); ++i) {
+      m_cells[places[i]] = &row.cells[i];
+    }
+    for (const Cell* cell : m_cells) {
+      text += ',';
+      if (cell != nullptr && cell->state == CellState::Value) {
+        const auto column = static_cast<std::size_t>(cell - row.cells.data());
+        AppendValue(text, *cell, row.message->columns[column]);
+      }
+    }
+  }
+
+  const Profile& m_profile;
+  RowLayout m_layout;
+  CRowColumns m_columns;
+  std::string m_file;
+  mutable std::vector<const Cell*> m_cells;  // Of one row, by columns.
+};
+
+// ---- JSON: an object a line; what a message does not have is not there
+
+class CJsonRows : public CRowWriter {
+ public:
+  CJsonRows(const Profile& profile, const RowLayout& layout) : m_layout(layout) {
+    for (const MessageRule& message : profile.messages) {
+      CMessage& texts = m_messages.emplace_back();
+      texts.start = ",\"message\":" + JsonText(message.name) + ",\"values\":{";
+      for (const ColumnRule& column : message.columns) {
+        texts.keys.push_back((texts.keys.empty() ? "" : ",") + JsonText(column.name) + ":");
+      }
+    }
+  }
+
+  void SetFile(const std::string& name) override { m_file = "\"file\":" + JsonText(name) + ","; }
+
+  void AppendTitles(std::string&) const override {}
+
+  void AppendRow(std::string& text, const Row& row) const override {
+    const CMessage& message = m_messages[row.messageIndex];
+    text += '{';
+    text += m_file;
+    text += "\"line\":";
+    decoding::AppendWhole(text, row.record->number);
+    if (m_layout.hasTime && row.record->time) {
+      text += ",\"time\":";
+      AppendTime(text, row);
+    }
+    text += message.start;
+    for (std::size_t i = 0; i < row.cells.size(); ++i) {
+      text += message.keys[i];
+      AppendCell(text, row.cells[i]);
+    }
+    text += "}}\n";
+  }
+
+ private:
+  struct CMessage {
+    std::string start;
+    std::vector<std::string> keys;
+  };
+
+  static void AppendCell(std::string& text, const Cell& cell) {
+    if (cell.state == CellState::Value) {
+      decoding::AppendShortest(text, cell.value);
+      return;
+    }
+    text += "{\"state\":\"";
+    text += CellStateName(cell.state);
+    text += "\",\"reason\":\"";
+    text += CellReasonName(cell.reason);
+    text += '"';
+    AppendRefused(text, cell);
+    text += '}';
+  }
+
+  /// The number that was found and is none of the column's values.
+  static void AppendRefused(std::string& text, const Cell& cell) {
+    const bool isQuoted = cell.reason == CellReason::NotANumber;
+    if (isQuoted || cell.reason == CellReason::OutOfRange ||
+        cell.reason == CellReason::NotAvailableNumber || cell.reason == CellReason::ErrorNumber) {
+      text += isQuoted ? ",\"value\":\"" : ",\"value\":";
+      decoding::AppendShortest(text, cell.value);
+      text += isQuoted ? "\"" : "";
+    }
+  }
+
+  RowLayout m_layout;
+  std::vector<CMessage> m_messages;
+  std::string m_file;
+};
+
+// ---- Tables: numbers to the right, widths known before the first row comes
+
+class CTableRows : public CRowWriter {
+ public:
+  CTableRows(const Profile& profile, const RowLayout& layout)
+      : m_profile(profile), m_layout(layout), m_columns(profile) {
+    for (const RowColumn& column : m_columns.Columns()) {
+      m_titles.push_back(Printable(FromUtf8(column.title)));
+      m_widths.push_back(std::max(DisplayWidth(m_titles.back()), kLeastWidth));
+    }
+    for (const MessageRule& message : profile.messages) {
+      m_messages.push_back(Printable(FromUtf8(message.name)));
+      m_messageWidth = std::max(m_messageWidth, DisplayWidth(m_messages.back()));
+    }
+    m_cells.resize(m_titles.size());
+  }
+
+  void SetFile(const std::string& name) override { m_file = Printable(FromUtf8(name)); }
+
+  void AppendTitles(std::string& text) const override {
+    AppendLeft(text, m_layout.hasFile ? "FILE" : "", m_layout.hasFile ? kFileWidth : 0);
+    AppendRight(text, "LINE", kLineWidth);
+    AppendRight(text, m_layout.hasTime ? "TIME" : "", m_layout.hasTime ? kTimeWidth : 0);
+    if (HasMessages()) {
+      text += "  ";
+      AppendLeft(text, "MESSAGE", m_messageWidth);
+    }
+    for (std::size_t i = 0; i < m_titles.size(); ++i) {
+      AppendRight(text, m_titles[i], m_widths[i] + 2);
+    }
+    EndLine(text);
+  }
+
+  void AppendRow(std::string& text, const Row& row) const override {
+    AppendLeft(text, m_layout.hasFile ? m_file : "", m_layout.hasFile ? kFileWidth : 0);
+    m_cell.clear();
+    decoding::AppendWhole(m_cell, row.record->number);
+    AppendRight(text, m_cell, kLineWidth);
+    if (m_layout.hasTime) {
+      m_cell.clear();
+      AppendTime(m_cell, row);
+      AppendRight(text, m_cell, kTimeWidth);
+    }
+    if (HasMessages()) {
+      text += "  ";
+      AppendLeft(text, m_messages[row.messageIndex], m_messageWidth);
+    }
+    AppendCells(text, row);
+    EndLine(text);
+  }
+
+ private:
+  static constexpr int kLeastWidth = 9;
+  static constexpr int kLineWidth = 8;
+  static constexpr int kTimeWidth = 19;
+  static constexpr int kFileWidth = 20;
+
+  bool HasMessages() const { return m_profile.messages.size() > 1; }
+
+  static void Fill(std::string& text, int width) {
+    text.append(static_cast<std::size_t>(std::max(width, 0)), ' ');
+  }
+  static void AppendLeft(std::string& text, const std::string& cell, int width) {
+    text += cell;
+    Fill(text, width - DisplayWidth(cell));
+  }
+  static void AppendRight(std::string& text, const std::string& cell, int width) {
+    Fill(text, width - DisplayWidth(cell));
+    text += cell;
+  }
+  static void EndLine(std::string& text) {
+    text.erase(text.find_last_not_of(' ') + 1);
+    text += '\n';
+  }
+
+  void AppendCells(std::string& text, const Row& row) const {
+    const std::vector<std::size_t>& places = m_columns.PlacesOf(row.messageIndex);
+    for (std::string& cell : m_cells) {
+      cell.clear();
+    }
+    for (std::size_t i = 0; i < places.size(); ++i) {
+      AppendCell(m_cells[places[i]], row.cells[i], row.message->columns[i]);
+    }
+    for (std::size_t i = 0; i < m_cells.size(); ++i) {
+      AppendRight(text, m_cells[i], m_widths[i] + 2);
+    }
+  }
+
+  static void AppendCell(std::string& text, const Cell& cell, const ColumnRule& column) {
+    switch (cell.state) {
+      case CellState::Value:
+        return AppendValue(text, cell, column);
+      case CellState::NotAvailable:
+        text += "n/a";
+        return;
+      case CellState::Error:
+        text += "error";
+        return;
+      case CellState::Undecodable:
+        text += "?";
+        return;
+    }
+  }
+
+  const Profile& m_profile;
+  RowLayout m_layout;
+  CRowColumns m_columns;
+  std::vector<std::string> m_titles;
+  std::vector<int> m_widths;
+  std::vector<std::string> m_messages;
+  int m_messageWidth = 7;
+  std::string m_file;
+  mutable std::string m_cell;
+  mutable std::vector<std::string> m_cells;  // Of one row, by columns.
+};
+
+}  // namespace
+
+std::unique_ptr<CRowWriter> MakeRowWriter(const Profile& profile, const RowLayout& layout) {
+  switch (layout.format) {
+    case RowFormat::Csv:
+      return std::make_unique<CCsvRows>(profile, layout);
+    case RowFormat::Json:
+      return std::make_unique<CJsonRows>(profile, layout);
+    default:
+      return std::make_unique<CTableRows>(profile, layout);
+  }
+}
+
+const char* CellStateName(CellState state) {
+  constexpr const char* kNames[] = {"value", "not available", "error", "undecodable"};
+  return kNames[static_cast<std::size_t>(state)];
+}
+
+const char* CellReasonName(CellReason reason) {
+  constexpr const char* kNames[] = {"",
+                                    "an empty field",
+                                    "no such field",
+                                    "the operation has no value",
+                                    "the number for not available",
+                                    "a number for errors",
+                                    "out of range",
+                                    "not a finite number"};
+  return kNames[static_cast<std::size_t>(reason)];
+}
+
+}  // namespace lum::tool
