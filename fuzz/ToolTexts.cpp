@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "decoding/Glob.h"
 #include "definitions/AttribDefMap.h"
 #include "fuzz/FuzzFiles.h"
 #include "fuzz/FuzzInput.h"
@@ -18,9 +19,7 @@
 #include "tools/lumattr/DefinitionRules.h"
 #include "tools/lumattr/EvalArguments.h"
 #include "tools/lumattr/FlagNames.h"
-#include "tools/lumattr/Glob.h"
 #include "tools/lumattr/KindText.h"
-#include "tools/lumattr/Operations.h"
 #include "tools/lumattr/SectionItems.h"
 #include "tools/lumattr/Text.h"
 #include "tools/lumattr/ToolContext.h"
@@ -63,7 +62,7 @@ void CheckGlob(const std::string& line) {
   if (pattern.Find(L'\0') >= 0 || text.Find(L'\0') >= 0) {
     return;
   }
-  const bool matches = CGlob(pattern).Matches(text);
+  const bool matches = lum::decoding::CGlob(pattern).Matches(text);
   pattern.MakeLower();
   text.MakeLower();
   EXPECT_EQ(matches, MatchesPlainly(pattern.GetString(), text.GetString()));
@@ -128,7 +127,7 @@ void CheckTexts(const std::string& text) {
   EXPECT_GE(DisplayWidth(Printable(wide)), 0);
 }
 
-void CheckOperation(const std::string& text) { EXPECT_EQ(FindOperation(text).name, text); }
+void CheckOperation(const std::string& text) { EXPECT_EQ(NamedOperation(text).name, text); }
 
 /// A kind that the tool says reads a text wholly takes it.
 void CheckKinds(const std::string& text) {

@@ -111,6 +111,19 @@ TEST(EvalArguments, NameThemselvesWhenRefused) {
   }
 }
 
+TEST(EvalArguments, NameAnOperationExactly) {
+  EXPECT_EQ(NamedOperation("Sin").name, "Sin");
+  for (const char* name : {"", "sin", "Sin ", "Tan"}) {
+    EXPECT_THROW(NamedOperation(name), ToolError) << name;
+  }
+  try {
+    NamedOperation("CanVall");
+    FAIL();
+  } catch (const ToolError& error) {
+    EXPECT_STREQ(error.what(), "unknown operation 'CanVall'; did you mean 'CanVal'?");
+  }
+}
+
 TEST(EvalArguments, ReadVectorsOfOneToThreeNumbers) {
   EXPECT_EQ(VectorArgument("1", "value"), (std::vector{1.0}));
   EXPECT_EQ(VectorArgument("1,-2", "value"), (std::vector{1.0, -2.0}));

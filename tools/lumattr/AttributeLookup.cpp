@@ -5,8 +5,8 @@
 #include <optional>
 #include <utility>
 
+#include "decoding/NearMiss.h"
 #include "tools/lumattr/ConfigFile.h"
-#include "tools/lumattr/NearMiss.h"
 #include "tools/lumattr/Text.h"
 
 namespace lum::tool {
@@ -18,9 +18,10 @@ AttributePath Parent(AttributePath path) {
 }
 
 std::string Suggest(const LoadedSection& loaded) {
-  CNearMiss nearMiss(FormatPath(loaded.path));
+  decoding::CNearMiss nearMiss(FormatPath(loaded.path));
   for (const SectionItem& item : loaded.items.items) {
-    if (item.role == ItemRole::Attribute && item.dottedPath.GetLength() <= CNearMiss::kMaxLength) {
+    if (item.role == ItemRole::Attribute &&
+        item.dottedPath.GetLength() <= decoding::CNearMiss::kMaxLength) {
       nearMiss.Offer(item.dottedPath);
     }
   }

@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "catalogue/AttributeNames.h"
+#include "decoding/NearMiss.h"
 #include "definitions/AttribDefMap.h"
-#include "tools/lumattr/NearMiss.h"
 #include "tools/lumattr/SectionItems.h"
 #include "tools/lumattr/Text.h"
 #include "tools/lumattr/ToolContext.h"
@@ -56,7 +56,7 @@ CString RequireSection(const FileObject& file, const std::string& path,
   CString name = ArgumentText(section, "SECTION");
   if (!file.HasSection(name)) {
     throw ToolError("no section " + Quoted(name) + " in \"" + Printable(FromUtf8(path)) + "\"" +
-                    DidYouMean(name, file.SectionNames()));
+                    decoding::DidYouMean(name, file.SectionNames()));
   }
   return name;
 }

@@ -8,10 +8,10 @@
 
 #include "attributes/AttributeMap.h"
 #include "catalogue/AttributeNames.h"
+#include "decoding/NearMiss.h"
 #include "definitions/AttribDefMap.h"
 #include "tools/lumattr/KeyRules.h"
 #include "tools/lumattr/LineRules.h"
-#include "tools/lumattr/NearMiss.h"
 #include "tools/lumattr/Text.h"
 #include "tools/lumattr/ValueRules.h"
 
@@ -224,7 +224,7 @@ void CConfigCheck::CheckVersionNumber(const FileObjectLine& line, const CSection
 }
 
 void CConfigCheck::CheckMisspeltVersion(const FileObjectLine& line) {
-  CNearMiss nearMiss(line.key);
+  decoding::CNearMiss nearMiss(line.key);
   nearMiss.Offer(ATTRIB_VERSION_KEY);
   if (nearMiss.Best()) {
     Report(line, line.keyColumn, CheckRule::MisspeltVersion, QuotedShort(line.key),

@@ -9,12 +9,12 @@
 #include <string>
 #include <utility>
 
+#include "decoding/NearMiss.h"
 #include "definitions/AttribDefMap.h"
 #include "platform/LumBase.h"
 #include "tools/lumattr/KeyRules.h"
 #include "tools/lumattr/KindText.h"
 #include "tools/lumattr/LineRules.h"
-#include "tools/lumattr/NearMiss.h"
 #include "tools/lumattr/Text.h"
 #include "values/LumTypeCreator.h"
 
@@ -306,7 +306,7 @@ std::string CDefinitionCheck::NearestMnemonic(const CString& mnemonic) {
     return {};
   }
   --m_suggestionsLeft;
-  CNearMiss nearMiss(mnemonic);
+  decoding::CNearMiss nearMiss(mnemonic);
   for (const CString& candidate : m_mnemonics) {
     nearMiss.Offer(candidate);
   }

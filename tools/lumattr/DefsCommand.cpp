@@ -5,12 +5,12 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 
+#include "decoding/NearMiss.h"
 #include "definitions/AttribDefMap.h"
 #include "tools/lumattr/Columns.h"
 #include "tools/lumattr/Commands.h"
 #include "tools/lumattr/Definitions.h"
 #include "tools/lumattr/KindText.h"
-#include "tools/lumattr/NearMiss.h"
 #include "tools/lumattr/Text.h"
 
 namespace lum::tool {
@@ -117,7 +117,7 @@ const CAttribDefRec& Find(const std::string& wanted) {
   if (definition != nullptr) {
     return *definition;
   }
-  CNearMiss nearMiss(mnemonic);
+  decoding::CNearMiss nearMiss(mnemonic);
   for (int i = 0; i < Table().Count(); ++i) {
     nearMiss.Offer(Table()[i].Mnemonic());
   }

@@ -5,10 +5,10 @@
 #include <nlohmann/json.hpp>
 
 #include "catalogue/AttributeNames.h"
+#include "decoding/NearMiss.h"
 #include "tools/lumattr/Commands.h"
 #include "tools/lumattr/Definitions.h"
 #include "tools/lumattr/FlagNames.h"
-#include "tools/lumattr/NearMiss.h"
 #include "tools/lumattr/SectionItems.h"
 #include "tools/lumattr/Text.h"
 #include "tools/lumattr/TreeDifference.h"
@@ -108,7 +108,7 @@ class CDiffRun {
     CString section = ArgumentText(m_options.section, "SECTION");
     if (std::find(all.begin(), all.end(), section) == all.end()) {
       throw ToolError("no section " + Quoted(section) + " in either file" +
-                      DidYouMean(section, all));
+                      decoding::DidYouMean(section, all));
     }
     return {std::move(section)};
   }

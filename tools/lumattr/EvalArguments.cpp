@@ -1,11 +1,11 @@
 #include "tools/lumattr/EvalArguments.h"
 
 #include <algorithm>
-#include <charconv>
-#include <limits>
 #include <optional>
 #include <string_view>
 
+#include "decoding/NearMiss.h"
+#include "decoding/NumberLiteral.h"
 #include "platform/Numerics.h"
 #include "tools/lumattr/Text.h"
 #include "tools/lumattr/ToolContext.h"
@@ -29,37 +29,12 @@ bool TakePrefix(std::string_view& text, std::string_view prefix) {
   return hasPrefix;
 }
 
-std::optional<double> ReadDigits(std::string_view text, std::chars_format format) {
-  double number = 0.0;
-  const char* end = text.data() + text.size();
-  const auto [rest, error] = std::from_chars(text.data(), end, number, format);
-  return error == std::errc() && rest == end ? std::optional(number) : std::nullopt;
-}
-
-// Digits are asked for first, because std::from_chars reads signs and words as well.
-std::optional<double> ReadUnsigned(std::string_view text) {
-  if (text == "inf") {
-    return std::numeric_limits<double>::infinity();
-  }
-  if (text == "nan") {
-    return std::numeric_limits<double>::quiet_NaN();
-  }
-  if (TakePrefix(text, "0x") || TakePrefix(text, "0X")) {
-    return std::all_of(text.begin(), text.end(), IsHexDigit)
-               ? ReadDigits(text, std::chars_format::hex)
-               : std::nullopt;
-  }
-  const bool isDecimal = text.find_first_not_of("0123456789.eE+-") == std::string_view::npos;
-  return isDecimal && !text.starts_with('-') ? ReadDigits(text, std::chars_format::general)
-                                             : std::nullopt;
-}
-
 std::optional<double> ReadNumber(std::string_view text) {
   const bool isNegative = TakePrefix(text, "-");
   if (!isNegative) {
     TakePrefix(text, "+");
   }
-  const std::optional<double> number = ReadUnsigned(text);
+  const std::optional<double> number = decoding::ReadUnsigned(text);
   return number && isNegative ? -*number : number;
 }
 
@@ -107,6 +82,19 @@ EvalLine SplitEvalLine(int argc, char** argv) {
     }
   }
   return line;
+}
+
+const decoding::Operation& NamedOperation(const std::string& name) {
+  if (const decoding::Operation* operation = decoding::FindOperation(name)) {
+    return *operation;
+  }
+  const CString wanted = FromUtf8(name);
+  decoding::CNearMiss nearMiss(wanted);
+  for (const decoding::Operation& operation : decoding::Operations()) {
+    nearMiss.Offer(FromUtf8(operation.name));
+  }
+  throw ToolError("unknown operation " + Quoted(wanted) +
+                  (nearMiss.Best() ? nearMiss.Suggestion() : "; see lumattr eval --list"));
 }
 
 double NumberArgument(const std::string& argument, const std::string& what) {

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "decoding/Operations.h"
 #include "platform/Framework.h"
 
 namespace lum::tool {
@@ -19,6 +20,9 @@ struct EvalLine {
 /// are "-h", what begins with "--" and a letter, and the word after "--previous"; behind "--" there
 /// are none.
 EvalLine SplitEvalLine(int argc, char** argv);
+
+/// Throws ToolError, with a likely meaning, when there is no operation of that name.
+const decoding::Operation& NamedOperation(const std::string& name);
 
 /// An argument that is a number as a whole: decimal, hexadecimal digits after 0x, "inf" or "nan",
 /// with a sign or without. Throws ToolError, naming the argument by `what`, for anything else.

@@ -1,23 +1,29 @@
 // lumattr eval: evaluates one operation of formulas.
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <span>
 #include <utility>
 
+#include "decoding/NumberLiteral.h"
+#include "decoding/Operations.h"
 #include "tools/lumattr/Columns.h"
 #include "tools/lumattr/Commands.h"
 #include "tools/lumattr/EvalArguments.h"
-#include "tools/lumattr/Operations.h"
 #include "values/LumType.h"
 
 namespace lum::tool {
 namespace {
 
 using Json = nlohmann::ordered_json;
+using decoding::ArgumentForm;
+using decoding::ArgumentsText;
+using decoding::NumberText;
+using decoding::Operation;
+using decoding::OperationArgument;
+using decoding::Operations;
 
 struct EvalOptions {
   std::vector<std::string> words;
@@ -109,15 +115,6 @@ std::vector<double> NumbersOf(const CLumType& value) {
     return {x, y};
   }
   return value.GetDouble3D(x, y, z) != 0 ? std::vector{x, y, z} : std::vector<double>();
-}
-
-/// The shortest text that reads back as the number. Not-a-number has no sign that would matter.
-std::string NumberText(double number) {
-  if (std::isnan(number)) {
-    return "nan";
-  }
-  char text[32];
-  return {text, std::to_chars(text, std::end(text), number).ptr};
 }
 
 std::string NumbersText(const std::vector<double>& numbers) {
@@ -258,7 +255,7 @@ void RequireLenient(const Operation& operation) {
 }
 
 void RunOperation(const EvalOptions& options, ToolContext& context) {
-  const Operation& operation = FindOperation(options.words.front());
+  const Operation& operation = NamedOperation(options.words.front());
   const Task task{operation, std::span(options.words).subspan(1), options.lenient};
   RequireArguments(operation, task.words.size());
   if (options.lenient) {

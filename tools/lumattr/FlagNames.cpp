@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "attributes/AttributeRec.h"
-#include "tools/lumattr/NearMiss.h"
+#include "decoding/NearMiss.h"
 #include "tools/lumattr/Text.h"
 #include "tools/lumattr/ToolContext.h"
 
@@ -46,7 +46,7 @@ std::optional<unsigned int> ReadNumber(std::string_view text) {
 }
 
 [[noreturn]] void RefuseFlag(std::string_view word) {
-  CNearMiss nearMiss(FromUtf8(word));
+  decoding::CNearMiss nearMiss(FromUtf8(word));
   for (const FlagName& flag : kFlagNames) {
     nearMiss.Offer(FromUtf8(flag.name));
   }

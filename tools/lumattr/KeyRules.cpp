@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <string_view>
 
+#include "decoding/NearMiss.h"
 #include "definitions/AttribDefMap.h"
-#include "tools/lumattr/NearMiss.h"
 #include "tools/lumattr/Text.h"
 
 namespace lum::tool {
@@ -139,7 +139,7 @@ std::string CKeyRules::NearestMnemonic(const CString& name) {
     return {};
   }
   --m_suggestionsLeft;
-  CNearMiss nearMiss(name);
+  decoding::CNearMiss nearMiss(name);
   for (int place = 0; place < m_definitions->Count(); ++place) {
     nearMiss.Offer((*m_definitions)[place].Mnemonic());
   }

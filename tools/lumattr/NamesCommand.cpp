@@ -4,10 +4,10 @@
 #include <nlohmann/json.hpp>
 
 #include "catalogue/AttributeNames.h"
+#include "decoding/Glob.h"
+#include "decoding/NearMiss.h"
 #include "tools/lumattr/Columns.h"
 #include "tools/lumattr/Commands.h"
-#include "tools/lumattr/Glob.h"
-#include "tools/lumattr/NearMiss.h"
 #include "tools/lumattr/Text.h"
 
 namespace lum::tool {
@@ -28,7 +28,7 @@ constexpr const char* kFooter =
     "  lumattr names ATTR_ABOVECOLOR";
 
 std::vector<AttributeName> Matches(const CString& pattern) {
-  const CGlob glob(pattern);
+  const decoding::CGlob glob(pattern);
   std::vector<AttributeName> matches;
   for (const AttributeName& name : AttributeNames()) {
     if (glob.Matches(name.constant) || glob.Matches(name.mnemonic)) {
@@ -39,7 +39,7 @@ std::vector<AttributeName> Matches(const CString& pattern) {
 }
 
 [[noreturn]] void ThrowNoMatch(const CString& pattern) {
-  CNearMiss nearMiss(pattern);
+  decoding::CNearMiss nearMiss(pattern);
   for (const AttributeName& name : AttributeNames()) {
     nearMiss.Offer(name.mnemonic);
     nearMiss.Offer(name.constant);

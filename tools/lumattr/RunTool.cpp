@@ -9,7 +9,7 @@
 #include <string_view>
 
 #include "catalogue/LumAttributes.h"
-#include "tools/lumattr/NearMiss.h"
+#include "decoding/NearMiss.h"
 #include "tools/lumattr/Terminal.h"
 #include "tools/lumattr/Text.h"
 
@@ -49,7 +49,7 @@ void RequireCommand(const CLI::App& app, int argc, char** argv) {
   }
   const std::vector<CString> names = CommandNames(app);
   if (std::find(names.begin(), names.end(), wanted) == names.end()) {
-    throw ToolError("unknown command " + Quoted(wanted) + DidYouMean(wanted, names));
+    throw ToolError("unknown command " + Quoted(wanted) + decoding::DidYouMean(wanted, names));
   }
 }
 

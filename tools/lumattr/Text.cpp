@@ -5,11 +5,12 @@
 #include <cstdint>
 #include <cstdio>
 
-#include "platform/TextEncoding.h"
 #include "tools/lumattr/ToolContext.h"
 
 namespace lum::tool {
 namespace {
+
+using decoding::IsContinuation;
 
 struct CodeRange {
   char32_t first;
@@ -54,8 +55,6 @@ int WidthOf(char32_t code) {
   return IsInRanges(kWide, code) ? 2 : 1;
 }
 
-bool IsContinuation(char byte) { return (static_cast<unsigned char>(byte) & 0xC0) == 0x80; }
-
 /// How long a sequence of UTF-8 is that begins with this byte.
 std::size_t SequenceLength(char first) {
   const auto lead = static_cast<unsigned char>(first);
@@ -75,42 +74,7 @@ char32_t NextCode(std::string_view text, std::size_t& place) {
   return code;
 }
 
-bool IsControl(wchar_t ch) { return ch < 0x20 || (ch >= 0x7F && ch < 0xA0); }
-
-CString Escape(wchar_t ch) {
-  switch (ch) {
-    case L'\t':
-      return L"\\t";
-    case L'\n':
-      return L"\\n";
-    case L'\r':
-      return L"\\r";
-    default: {
-      CString escape;
-      escape.Format(L"\\x%02x", static_cast<unsigned int>(ch));
-      return escape;
-    }
-  }
-}
-
 }  // namespace
-
-std::wstring_view View(const CString& text) {
-  return {text.GetString(), static_cast<std::size_t>(text.GetLength())};
-}
-
-CString ToCString(std::wstring_view text) {
-  return CString(text.data(), static_cast<int>(text.size()));
-}
-
-std::string ToUtf8(const CString& text) {
-  const CStringA bytes = WideToUtf8(text);
-  return {bytes.GetString(), static_cast<std::size_t>(bytes.GetLength())};
-}
-
-CString FromUtf8(std::string_view text) {
-  return Utf8ToWide(CStringA(text.data(), static_cast<int>(text.size())));
-}
 
 CString ArgumentText(const std::string& argument, std::string_view what) {
   CString text = FromUtf8(argument);
@@ -118,29 +82,6 @@ CString ArgumentText(const std::string& argument, std::string_view what) {
     throw ToolError(std::string(what) + " is not valid UTF-8");
   }
   return text;
-}
-
-std::string Printable(const CString& text) {
-  const std::wstring_view chars = View(text);
-  if (std::none_of(chars.begin(), chars.end(), IsControl)) {
-    return ToUtf8(text);
-  }
-  CString printable;
-  for (wchar_t ch : chars) {
-    if (IsControl(ch)) {
-      printable += Escape(ch);
-    } else {
-      printable += ch;
-    }
-  }
-  return ToUtf8(printable);
-}
-
-std::string Quoted(const CString& text) {
-  std::string quoted(1, '\'');
-  quoted += Printable(text);
-  quoted += '\'';
-  return quoted;
 }
 
 std::string Shown(const ToolContext& context, const CString& text) {

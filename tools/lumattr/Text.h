@@ -1,33 +1,26 @@
-// Conversions between the library's wide texts and the UTF-8 of arguments and outputs.
+// The UTF-8 of arguments and outputs: what is read, and what a terminal may be shown.
 #pragma once
 
 #include <string>
 #include <string_view>
 
+#include "decoding/Utf8Text.h"
 #include "platform/Framework.h"
 
 namespace lum::tool {
 
 struct ToolContext;
 
-/// The characters of a text, valid while it lives unchanged.
-std::wstring_view View(const CString& text);
-CString ToCString(std::wstring_view text);
-
-/// What is no Unicode becomes U+FFFD, so the result is always valid UTF-8.
-std::string ToUtf8(const CString& text);
-/// Bytes that are no UTF-8 are taken as Latin-1.
-CString FromUtf8(std::string_view text);
+using decoding::FromUtf8;
+using decoding::Printable;
+using decoding::Quoted;
+using decoding::ToCString;
+using decoding::ToUtf8;
+using decoding::View;
 
 /// An argument of the command line as a text. Throws ToolError, naming the argument by `what`, when
 /// it is no valid UTF-8: what cannot be read back must not get into a file.
 CString ArgumentText(const std::string& argument, std::string_view what);
-
-/// The text with control characters written as "\t", "\n" or "\x1b": nothing a file holds can
-/// steer the terminal or break a line of output.
-std::string Printable(const CString& text);
-/// Printable in single quotes, for messages.
-std::string Quoted(const CString& text);
 
 /// A text of a file for the output: as it is, or on a terminal as Printable makes it.
 std::string Shown(const ToolContext& context, const CString& text);

@@ -1,5 +1,5 @@
 // "Did you mean".
-#include "tools/lumattr/NearMiss.h"
+#include "decoding/NearMiss.h"
 
 #include <gtest/gtest.h>
 
@@ -9,9 +9,9 @@
 #include <utility>
 #include <vector>
 
-#include "tools/lumattr/Text.h"
+#include "decoding/Utf8Text.h"
 
-namespace lum::tool {
+namespace lum::decoding {
 namespace {
 
 CString BestOf(const wchar_t* wanted, const std::vector<CString>& candidates) {
@@ -121,4 +121,4 @@ TEST(NearMiss, MakesTheEndOfAMessage) {
 }
 
 }  // namespace
-}  // namespace lum::tool
+}  // namespace lum::decoding

@@ -1,14 +1,15 @@
 // Patterns with * and ?.
-#include "tools/lumattr/Glob.h"
+#include "decoding/Glob.h"
 
 #include <gtest/gtest.h>
 
 #include <random>
 #include <string>
+#include <string_view>
 
-#include "tools/lumattr/Text.h"
+#include "decoding/Utf8Text.h"
 
-namespace lum::tool {
+namespace lum::decoding {
 namespace {
 
 TEST(Glob, MatchesWholeTextsCaseApart) {
@@ -41,6 +42,43 @@ TEST(Glob, MatchesWholeTextsCaseApart) {
   }
 }
 
+TEST(Glob, MatchesBytesOfUtf8WhereCaseCounts) {
+  const struct {
+    std::string_view pattern;
+    std::string_view text;
+    bool expected;
+  } rows[] = {
+      {"", "", true},
+      {"*", "", true},
+      {"$GP*", "$GPGGA,1", true},
+      {"$gp*", "$GPGGA,1", false},
+      {"?", "\u00e4", true},
+      {"??", "\u00e4", false},
+      {"?*?", "\u00e4", false},
+      {"*??", "\u00e4", false},
+      {"*?", "\u00e4", true},
+      {"?x", "\u00e4x", true},
+      {"*?x", "\u00e4x", true},
+      {"*??x", "\u00e4x", false},
+      {"\u00e4", "\u00c4", false},
+      {"a?c", std::string_view("a\0c", 3), true},
+      {"a*", std::string_view("a\0c", 3), true},
+      {"a", std::string_view("a\0", 2), false},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(MatchesGlob(row.pattern, row.text), row.expected) << row.pattern << " " << row.text;
+  }
+}
+
+TEST(Glob, TakesBoundedTimeForManyStars) {
+  std::string pattern;
+  for (int i = 0; i < 1000; ++i) {
+    pattern += "*a";
+  }
+  EXPECT_FALSE(MatchesGlob(pattern + "b", std::string(20'000, 'a')));
+  EXPECT_TRUE(MatchesGlob(pattern, std::string(20'000, 'a')));
+}
+
 bool MatchesSimply(const std::wstring& pattern, const std::wstring& text) {
   if (pattern.empty()) {
     return text.empty();
@@ -63,12 +101,15 @@ TEST(Glob, AgreesWithTheDefinitionOnRandomTexts) {
     return text;
   };
   for (int i = 0; i < 20'000; ++i) {
-    const std::wstring pattern = make(L"ab*?", 4);
-    const std::wstring text = make(L"ab", 2);
+    const std::wstring pattern = make(L"a\u00e4*?", 4);
+    const std::wstring text = make(L"a\u00e4", 2);
     ASSERT_EQ(CGlob(ToCString(pattern)).Matches(ToCString(text)), MatchesSimply(pattern, text))
+        << ToUtf8(ToCString(pattern)) << " " << ToUtf8(ToCString(text));
+    ASSERT_EQ(MatchesGlob(ToUtf8(ToCString(pattern)), ToUtf8(ToCString(text))),
+              MatchesSimply(pattern, text))
         << ToUtf8(ToCString(pattern)) << " " << ToUtf8(ToCString(text));
   }
 }
 
 }  // namespace
-}  // namespace lum::tool
+}  // namespace lum::decoding

@@ -1,14 +1,10 @@
-#include "tools/lumattr/Operations.h"
+#include "decoding/Operations.h"
 
 #include <algorithm>
 #include <type_traits>
 #include <utility>
 
-#include "tools/lumattr/NearMiss.h"
-#include "tools/lumattr/Text.h"
-#include "tools/lumattr/ToolContext.h"
-
-namespace lum::tool {
+namespace lum::decoding {
 namespace {
 
 // How many values an operation takes.
@@ -52,6 +48,15 @@ constexpr Operation Row(std::string_view name, const OperationArgument (&argumen
   return operation;
 }
 
+/// An operation that writes the bound to which it clamps back into its argument.
+template <auto kMember>
+constexpr Operation ClampingRow(std::string_view name, const OperationArgument (&arguments)[1],
+                                std::string_view result) {
+  Operation operation = Row<kMember>(name, arguments, result);
+  operation.changesArgument = true;
+  return operation;
+}
+
 template <auto kMember, std::size_t kCount>
 constexpr Operation UnsupportedRow(std::string_view name,
                                    const OperationArgument (&arguments)[kCount]) {
@@ -70,7 +75,8 @@ constexpr Operation kOperations[] = {
                               "the value; none when it is not between the bounds"),
     Row<&CLumType::NMEAPos>("NMEAPos", {{"position", kText}, {"hemisphere", kText}},
                             "decimal degrees of ddmm.mmm and N, S, E or W"),
-    Row<&CLumType::Val>("Val", {{"textOrNumber", kText}}, "the number that the text begins with"),
+    Row<&CLumType::Val>("Val", {{"textOrNumber", kText, true}},
+                        "the number that the text begins with"),
     Row<&CLumType::TimeConv>("TimeConv", {{"text", kText}},
                              "the seconds since midnight of hhmmss.ss"),
     Row<&CLumType::Inverse>("Inverse", {{"value"}}, "the value with its sign changed"),
@@ -119,8 +125,8 @@ constexpr Operation kOperations[] = {
     UnsupportedRow<&CLumType::FormatGeogsDMS>("FormatGeogsDMS", {{"first"}, {"second"}, {"third"}}),
     Row<&CLumType::Sin>("Sin", {{"degrees"}}, "the sine"),
     Row<&CLumType::Cos>("Cos", {{"degrees"}}, "the cosine"),
-    Row<&CLumType::Asin>("Asin", {{"value"}}, "the arc sine, in degrees"),
-    Row<&CLumType::Acos>("Acos", {{"value"}}, "the arc cosine, in degrees"),
+    ClampingRow<&CLumType::Asin>("Asin", {{"value"}}, "the arc sine, in degrees"),
+    ClampingRow<&CLumType::Acos>("Acos", {{"value"}}, "the arc cosine, in degrees"),
     Row<&CLumType::Bearing>("Bearing", {{"first"}, {"second"}},
                             "the direction of first east and second north, in degrees"),
     Row<&CLumType::Modulo>("Modulo", {{"dividend"}, {"divisor"}}, "the remainder of the division"),
@@ -141,27 +147,15 @@ std::string_view FormMark(ArgumentForm form) {
   }
 }
 
-[[noreturn]] void ThrowUnknown(const CString& name) {
-  CNearMiss nearMiss(name);
-  for (const Operation& operation : kOperations) {
-    nearMiss.Offer(FromUtf8(operation.name));
-  }
-  throw ToolError("unknown operation " + Quoted(name) +
-                  (nearMiss.Best() ? nearMiss.Suggestion() : "; see lumattr eval --list"));
-}
-
 }  // namespace
 
 std::span<const Operation> Operations() { return kOperations; }
 
-const Operation& FindOperation(const std::string& name) {
+const Operation* FindOperation(std::string_view name) {
   const auto found =
       std::find_if(std::begin(kOperations), std::end(kOperations),
-                   [&name](const Operation& operation) { return operation.name == name; });
-  if (found == std::end(kOperations)) {
-    ThrowUnknown(FromUtf8(name));
-  }
-  return *found;
+                   [name](const Operation& operation) { return operation.name == name; });
+  return found == std::end(kOperations) ? nullptr : &*found;
 }
 
 std::string ArgumentsText(const Operation& operation) {
@@ -174,4 +168,4 @@ std::string ArgumentsText(const Operation& operation) {
   return text;
 }
 
-}  // namespace lum::tool
+}  // namespace lum::decoding

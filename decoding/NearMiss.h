@@ -6,7 +6,7 @@
 
 #include "platform/Framework.h"
 
-namespace lum::tool {
+namespace lum::decoding {
 
 /// Takes candidates one by one and keeps the nearest. Distance counts inserted, removed, replaced
 /// and swapped characters; letters that differ in case only count as less than one. A candidate is
@@ -42,4 +42,4 @@ std::string DidYouMean(const CString& wanted, const Range& candidates) {
   return nearMiss.Suggestion();
 }
 
-}  // namespace lum::tool
+}  // namespace lum::decoding

@@ -1,12 +1,12 @@
-#include "tools/lumattr/NearMiss.h"
+#include "decoding/NearMiss.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdlib>
 
-#include "tools/lumattr/Text.h"
+#include "decoding/Utf8Text.h"
 
-namespace lum::tool {
+namespace lum::decoding {
 namespace {
 
 using Row = std::array<int, CNearMiss::kMaxLength + 1>;
@@ -97,4 +97,4 @@ std::string CNearMiss::Suggestion() const {
   return m_best ? "; did you mean " + Quoted(*m_best) + "?" : std::string();
 }
 
-}  // namespace lum::tool
+}  // namespace lum::decoding
