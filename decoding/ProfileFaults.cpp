@@ -14,7 +14,7 @@ constexpr int kLongestQuote = 60;
 
 bool IsBlank(char ch) { return ch == ' ' || ch == '\t'; }
 
-bool BeginsCharacter(char byte) { return (static_cast<unsigned char>(byte) & 0xC0) != 0x80; }
+bool BeginsCharacter(char byte) { return !IsContinuation(byte); }
 
 // The bytes of the first so many characters.
 std::size_t BytesOf(std::string_view text, int characters) {

@@ -2,41 +2,34 @@
 
 #include <charconv>
 #include <cmath>
-#include <limits>
+
+#include "decoding/NumberLiteral.h"
 
 namespace lum::decoding {
 namespace {
 
 constexpr std::string_view kTo = "..";
 
-bool IsDigit(char ch) { return ch >= '0' && ch <= '9'; }
-
 std::string_view AfterHexMark(std::string_view text) {
   const bool isHex = text.size() > 2 && text[0] == '0' && (text[1] == 'x' || text[1] == 'X');
   return isHex ? text.substr(2) : std::string_view();
 }
 
-template <typename Number, typename... Base>
-std::optional<Number> ReadAll(std::string_view text, Base... base) {
-  Number number{};
+template <typename Number>
+std::optional<Number> ReadAll(std::string_view text, int base) {
+  Number number = 0;
   const char* end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, number, base...);
+  const auto [stop, error] = std::from_chars(text.data(), end, number, base);
   return error == std::errc() && stop == end ? std::optional(number) : std::nullopt;
 }
 
-// Digits at both ends: "1...5" is no range, and "nan" no number.
+// A range's points stand between digits: "1...5" is none.
 std::optional<double> ReadMagnitude(std::string_view text) {
-  if (text == "inf") {
-    return std::numeric_limits<double>::infinity();
-  }
-  if (const std::string_view digits = AfterHexMark(text); !digits.empty()) {
-    const auto number = ReadAll<std::uint64_t>(digits, 16);
-    return number ? std::optional(static_cast<double>(*number)) : std::nullopt;
-  }
-  if (text.empty() || !IsDigit(text.front()) || !IsDigit(text.back())) {
+  if (text.starts_with('.') || text.ends_with('.')) {
     return std::nullopt;
   }
-  return ReadAll<double>(text);
+  const std::optional<double> number = ReadUnsigned(text);
+  return number && std::isnan(*number) ? std::nullopt : number;
 }
 
 std::optional<double> NumberAt(const PlacedText& text, CProfileFaults& faults) {

@@ -2,7 +2,6 @@
 // compiled, so their parentheses and quotes are paired.
 #include "decoding/ProfileSentinels.h"
 
-#include <charconv>
 #include <cmath>
 #include <cstdlib>
 #include <vector>
