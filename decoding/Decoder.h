@@ -33,7 +33,7 @@ inline constexpr std::size_t kCellReasonCount = 8;
 struct Cell {
   CellState state = CellState::Value;
   CellReason reason = CellReason::None;
-  double value = 0.0;  ///< Of Value, OutOfRange and the numbers that were told apart.
+  double value = 0.0;      ///< Of Value, OutOfRange and the numbers that were told apart.
   std::uint32_t step = 0;  ///< Which step of the formula ended it, when nothing was computed.
   bool isOfRaw = false;    ///< The step is one of the raw formula.
 };
@@ -70,8 +70,8 @@ class CDecoder {
 /// Whether one condition holds.
 bool Holds(const MatchTerm& term, const LogRecord& record);
 
-/// Fills the inputs that formulas can name from a record, but for Raw. What the record does not have
-/// is missing; only texts of the device itself, its line and fields, can be empty.
+/// Fills the inputs that formulas can name from a record, but for Raw. What the record does not
+/// have is missing; only texts of the device itself, its line and fields, can be empty.
 void SetInputs(CFormulaInputs& inputs, const LogRecord& record);
 
 }  // namespace lum::decoding

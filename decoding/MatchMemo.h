@@ -34,8 +34,7 @@ class CMatchMemo {
 
   /// Whether the key is remembered; its list is then in `messages`, valid until the next Remember.
   bool Find(const MatchKey& key, std::span<const std::size_t>& messages) const;
-  std::span<const std::size_t> Remember(const MatchKey& key,
-                                        std::span<const std::size_t> messages);
+  std::span<const std::size_t> Remember(const MatchKey& key, std::span<const std::size_t> messages);
 
  private:
   struct Entry {

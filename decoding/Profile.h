@@ -95,10 +95,10 @@ struct Profile {
 };
 
 /// Reads a profile; every fault of the file is in `faults`, in the order of their places, and then
-/// the profile must not be used. Of more than kMaxProfileFaults the last one says so. A profile that
-/// does not name its format, but tells messages apart by what SAE J1939-21 puts into an identifier,
-/// is one for the format J1939. Throws DecodingError for a file that cannot be read or is larger
-/// than kMaxProfileBytes.
+/// the profile must not be used. Of more than kMaxProfileFaults the last one says so. A profile
+/// that does not name its format, but tells messages apart by what SAE J1939-21 puts into an
+/// identifier, is one for the format J1939. Throws DecodingError for a file that cannot be read or
+/// is larger than kMaxProfileBytes.
 Profile LoadProfile(const std::string& path, std::vector<ProfileFault>& faults);
 
 /// A profile of one message that matches every record, with a column for each formula ("NAME=…" or
@@ -107,7 +107,8 @@ Profile LoadProfile(const std::string& path, std::vector<ProfileFault>& faults);
 Profile ProfileOfFormulas(const std::vector<std::string>& formulas,
                           std::vector<ProfileFault>& faults);
 
-/// Gives the columns whose names are mnemonics of the definitions the display names that stand there.
+/// Gives the columns whose names are mnemonics of the definitions the display names that stand
+/// there.
 void ApplyDisplayNames(Profile& profile, const CAttribDefMap& definitions);
 
 }  // namespace lum::decoding

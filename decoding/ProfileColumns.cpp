@@ -97,8 +97,7 @@ CColumnReader::Draft* CColumnReader::FindOrMake(const PlacedText& name) {
   return &draft;
 }
 
-void CColumnReader::TakeProperty(std::string_view property, const PlacedText& value,
-                                 Draft& draft) {
+void CColumnReader::TakeProperty(std::string_view property, const PlacedText& value, Draft& draft) {
   ColumnRule& rule = draft.rule;
   if (property == "Unit") {
     rule.unit = value.text;
@@ -155,9 +154,9 @@ std::vector<ColumnRule> CColumnReader::Finish() {
 
 void CColumnReader::CheckFormulas(const Draft& draft) {
   if (!draft.raw && !draft.formula) {
-    m_faults.Add(draft.first, "the column " + QuotedPart(draft.rule.name) + " without a formula",
-                 QuotedPart(draft.rule.name + ".Formula") + " or " +
-                     QuotedPart(draft.rule.name + ".Raw"));
+    m_faults.Add(
+        draft.first, "the column " + QuotedPart(draft.rule.name) + " without a formula",
+        QuotedPart(draft.rule.name + ".Formula") + " or " + QuotedPart(draft.rule.name + ".Raw"));
   }
   if (draft.rule.raw && draft.rule.raw->Uses(Input::Raw)) {
     m_faults.Add(*draft.raw, "'raw' in the raw formula itself", "a formula of the record's parts");
@@ -176,9 +175,9 @@ void CColumnReader::ApplySentinels(Draft& draft) {
   }
   const std::variant<Sentinels, std::string> sentinels = SentinelsOfFormula(read->Text());
   if (const std::string* reason = std::get_if<std::string>(&sentinels)) {
-    m_faults.Add(*draft.sentinels, "J1939's numbers for " + *reason,
-                 "an unsigned field of known width, read by " +
-                     QuotedPart(draft.rule.name + ".Raw"));
+    m_faults.Add(
+        *draft.sentinels, "J1939's numbers for " + *reason,
+        "an unsigned field of known width, read by " + QuotedPart(draft.rule.name + ".Raw"));
     return;
   }
   draft.rule.notAvailable.push_back(std::get<Sentinels>(sentinels).notAvailable);

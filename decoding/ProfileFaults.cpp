@@ -64,8 +64,8 @@ void CProfileFaults::Add(const PlacedText& place, std::string found, std::string
     CutOff();
     return;
   }
-  m_faults.push_back({place.line, place.column, std::move(found), std::move(expected),
-                      std::move(suggestion)});
+  m_faults.push_back(
+      {place.line, place.column, std::move(found), std::move(expected), std::move(suggestion)});
 }
 
 void CProfileFaults::Finish() {

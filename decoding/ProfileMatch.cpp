@@ -19,10 +19,10 @@ constexpr std::size_t kExtendedDigits = 8;
 constexpr std::string_view kIdDigits =
     "3 hexadecimal digits up to 7FF or 8 up to 1FFFFFFF, as candump writes them";
 
-constexpr std::string_view kKeys[] = {
-    "Match.Id",       "Match.IdMask",  "Match.Pgn",      "Match.Source",     "Match.Destination",
-    "Match.Priority", "Match.Channel", "Match.Sentence", "Match.FieldCount", "Match.Field.N",
-    "Match.Line"};
+constexpr std::string_view kKeys[] = {"Match.Id",      "Match.IdMask",      "Match.Pgn",
+                                      "Match.Source",  "Match.Destination", "Match.Priority",
+                                      "Match.Channel", "Match.Sentence",    "Match.FieldCount",
+                                      "Match.Field.N", "Match.Line"};
 
 PlacedText OnlyPlace(const PlacedText& text) { return {{}, text.line, text.column}; }
 
@@ -171,8 +171,9 @@ void CMatchReader::TakeField(const PlacedText& key, const PlacedText& value) {
 void CMatchReader::TakePattern(MatchTerm term, const PlacedText& key, const PlacedText& value) {
   if (value.text.empty() || value.text.size() > kMaxMatchPattern) {
     m_faults.Add(value,
-                 value.text.empty() ? "no pattern"
-                                    : "a pattern of " + std::to_string(value.text.size()) + " bytes",
+                 value.text.empty()
+                     ? "no pattern"
+                     : "a pattern of " + std::to_string(value.text.size()) + " bytes",
                  "a pattern of 1 to " + std::to_string(kMaxMatchPattern) + " bytes");
     return;
   }

@@ -44,8 +44,7 @@ std::optional<double> NumberAt(const PlacedText& text, CProfileFaults& faults) {
 std::optional<NumberRange> ReadEnds(const PlacedText& text, std::size_t to,
                                     CProfileFaults& faults) {
   const std::optional<double> first = NumberAt(text.First(to).WithoutBlanks(), faults);
-  const std::optional<double> last =
-      NumberAt(text.From(to + kTo.size()).WithoutBlanks(), faults);
+  const std::optional<double> last = NumberAt(text.From(to + kTo.size()).WithoutBlanks(), faults);
   if (!first || !last) {
     return std::nullopt;
   }

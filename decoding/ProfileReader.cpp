@@ -92,8 +92,8 @@ void CProfileReader::OpenSection(const PlacedText& header, const PlacedText& nam
   const bool isKnown = name.text == kProfileSection;
   m_section = isKnown ? Section::Profile : Section::Unknown;
   if (!isKnown) {
-    m_faults.Add(header, "unknown section " + QuotedPart(name.text),
-                 "[Profile] or [Message NAME]", SuggestSection(name));
+    m_faults.Add(header, "unknown section " + QuotedPart(name.text), "[Profile] or [Message NAME]",
+                 SuggestSection(name));
     return;
   }
   const auto [first, isNew] = m_sections.try_emplace(std::string(name.text), header.line);

@@ -15,8 +15,9 @@ struct Sentinels {
   NumberRange error;
 };
 
-/// The ranges that SAE J1939-71 keeps for fields of so many bits: for whole bytes those whose highest
-/// byte is 0xFF and 0xFE, for bit fields the highest number and the one below. Precondition: 2 to 32.
+/// The ranges that SAE J1939-71 keeps for fields of so many bits: for whole bytes those whose
+/// highest byte is 0xFF and 0xFE, for bit fields the highest number and the one below.
+/// Precondition: 2 to 32.
 Sentinels J1939Sentinels(int bits);
 
 /// The same for what a formula reads, or why they are not known: the formula must be one J1939Val,

@@ -1,7 +1,7 @@
 // What conditions and formulas see of a record.
+#include "decoding/RecordParts.h"
 #include "decoding/Decoder.h"
 #include "decoding/Glob.h"
-#include "decoding/RecordParts.h"
 
 namespace lum::decoding {
 namespace {
@@ -15,8 +15,8 @@ void SetPresentText(CFormulaInputs& inputs, Input input, std::string_view text) 
 }
 
 void SetBusInputs(CFormulaInputs& inputs, const BusParts& bus) {
-  // A message of several frames is no frame, and a standard frame no message: these are missing, and
-  // not empty, as a device's own texts can be.
+  // A message of several frames is no frame, and a standard frame no message: these are missing,
+  // and not empty, as a device's own texts can be.
   SetPresentText(inputs, Input::Frame, bus.frame);
   SetPresentText(inputs, Input::Message, bus.message);
   SetPresentText(inputs, Input::Channel, bus.channel);
@@ -33,8 +33,7 @@ void SetBusInputs(CFormulaInputs& inputs, const BusParts& bus) {
 bool HoldsForBus(const MatchTerm& term, const BusParts& bus) {
   switch (term.part) {
     case Part::Id:
-      return bus.isExtended == term.isExtended &&
-             (bus.id & term.mask) == (term.number & term.mask);
+      return bus.isExtended == term.isExtended && (bus.id & term.mask) == (term.number & term.mask);
     case Part::Channel:
       return MatchesGlob(term.pattern, bus.channel);
     case Part::Pgn:
