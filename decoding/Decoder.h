@@ -28,12 +28,14 @@ enum class CellReason : std::uint8_t {
   OutOfRange,
   NotANumber,
 };
+inline constexpr std::size_t kCellReasonCount = 8;
 
 struct Cell {
   CellState state = CellState::Value;
   CellReason reason = CellReason::None;
-  double value = 0.0;  ///< Of Value, OutOfRange and the numbers that were told apart.
-  std::uint32_t step = 0;
+  double value = 0.0;      ///< Of Value, OutOfRange and the numbers that were told apart.
+  std::uint32_t step = 0;  ///< Which step of the formula ended it, when nothing was computed.
+  bool isOfRaw = false;    ///< The step is one of the raw formula.
 };
 
 struct Row {
@@ -52,9 +54,12 @@ class CDecoder {
   CDecoder& operator=(const CDecoder&) = delete;
   ~CDecoder();
 
-  /// Which messages a record is; empty when it is none of them. Valid until the next call.
+  /// Which messages a record is; empty when it is none of them, as whatever is no RecordKind::Data.
+  /// Valid until the next call.
   std::span<const std::size_t> Match(const LogRecord& record);
-  /// The row of a record that matches. Valid until the next call.
+  /// The row of a record that matches. For each column, in this order: the raw formula; numbers for
+  /// "not available", then for errors, of the raw number (without one: of the value); the formula;
+  /// what is no finite number; the range. Valid until the next call.
   Row Decode(const LogRecord& record, std::size_t message);
 
  private:
@@ -65,7 +70,8 @@ class CDecoder {
 /// Whether one condition holds.
 bool Holds(const MatchTerm& term, const LogRecord& record);
 
-/// Fills the inputs that formulas can name from a record.
+/// Fills the inputs that formulas can name from a record, but for Raw. What the record does not
+/// have is missing; only texts of the device itself, its line and fields, can be empty.
 void SetInputs(CFormulaInputs& inputs, const LogRecord& record);
 
 }  // namespace lum::decoding

@@ -13,11 +13,21 @@
 #include "decoding/LogReader.h"
 #include "decoding/LogRecord.h"
 
+class CAttribDefMap;
+
 namespace lum::decoding {
 
 /// No profile has more messages, and no message more columns.
 inline constexpr std::size_t kMaxProfileMessages = 10'000;
 inline constexpr std::size_t kMaxMessageColumns = 256;
+/// A larger profile is refused, in bytes: what is made of it is many times its size.
+inline constexpr std::size_t kMaxProfileBytes = 16'777'216;
+/// More faults of a profile are not told.
+inline constexpr std::size_t kMaxProfileFaults = 10'000;
+/// No pattern is longer, in bytes: it is held against every record.
+inline constexpr std::size_t kMaxMatchPattern = 256;
+/// No column has more digits after the point.
+inline constexpr int kMaxColumnDigits = 17;
 
 /// Numbers from `first` to `last`, both included.
 struct NumberRange {
@@ -58,7 +68,7 @@ struct MatchTerm {
   std::uint32_t mask = 0xFFFFFFFF;
   bool isExtended = false;
   std::string pattern;  ///< "*" any characters, "?" any one.
-  std::string text;     ///< "match.pgn=61444", as the profile says it.
+  std::string text;     ///< "Match.Pgn=61444", as the profile says it.
 };
 
 struct MessageRule {
@@ -68,12 +78,13 @@ struct MessageRule {
   int line = 0;
 };
 
+/// What is wrong in a profile, and where: the first line and column are 1, columns in characters.
 struct ProfileFault {
   int line = 1;
   int column = 1;
-  std::string found;
-  std::string expected;
-  std::string suggestion;
+  std::string found;       ///< "unknown key 'Speed.Formla'".
+  std::string expected;    ///< May be empty.
+  std::string suggestion;  ///< "Speed.Formula", or empty.
 };
 
 struct Profile {
@@ -84,12 +95,20 @@ struct Profile {
 };
 
 /// Reads a profile; every fault of the file is in `faults`, in the order of their places, and then
-/// the profile must not be used. Throws DecodingError for a file that cannot be read.
+/// the profile must not be used. Of more than kMaxProfileFaults the last one says so. A profile
+/// that does not name its format, but tells messages apart by what SAE J1939-21 puts into an
+/// identifier, is one for the format J1939. Throws DecodingError for a file that cannot be read or
+/// is larger than kMaxProfileBytes.
 Profile LoadProfile(const std::string& path, std::vector<ProfileFault>& faults);
 
 /// A profile of one message that matches every record, with a column for each formula ("NAME=…" or
-/// the formula alone, whose column is called by its text).
+/// the formula alone, whose column is called by its text). A fault's line is the formula's number,
+/// from 1, and its column counts from the beginning of the formula's text, line breaks included.
 Profile ProfileOfFormulas(const std::vector<std::string>& formulas,
                           std::vector<ProfileFault>& faults);
+
+/// Gives the columns whose names are mnemonics of the definitions the display names that stand
+/// there.
+void ApplyDisplayNames(Profile& profile, const CAttribDefMap& definitions);
 
 }  // namespace lum::decoding

@@ -1,0 +1,243 @@
+// A record's messages are those whose conditions on its identifier, channel and address hold, which
+// are remembered, and whose conditions on its fields and line hold, which are asked each time.
+#include "decoding/Decoder.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <optional>
+
+#include "decoding/FormulaInputs.h"
+#include "decoding/MatchMemo.h"
+#include "decoding/RecordParts.h"
+
+namespace lum::decoding {
+namespace {
+
+using Part = MatchTerm::Part;
+
+bool IsAskedEachTime(const MatchTerm& term) {
+  return term.part == Part::FieldCount || term.part == Part::Field || term.part == Part::Line;
+}
+
+template <typename Test>
+bool AnyTerm(const Profile& profile, Test test) {
+  return std::any_of(profile.messages.begin(), profile.messages.end(), [&](const auto& message) {
+    return std::any_of(message.match.begin(), message.match.end(), test);
+  });
+}
+
+bool UsesPart(const Profile& profile, Part part) {
+  return AnyTerm(profile, [part](const MatchTerm& term) { return term.part == part; });
+}
+
+void PutText(std::string_view text, std::size_t word, MatchKey& key) {
+  std::memcpy(&key.words[word], text.data(), text.size());
+}
+
+/// Bytes of the text's length and whether there is such a part: "" and "\0" are two keys.
+std::uint64_t BusWord(const BusParts& bus) {
+  return std::uint64_t{bus.id} | std::uint64_t{bus.isExtended} << 32 | std::uint64_t{1} << 33 |
+         std::uint64_t{bus.priority} << 40 | std::uint64_t{bus.source} << 48 |
+         std::uint64_t{bus.destination} << 56;
+}
+
+Cell AbsentCell(const Evaluation& evaluation, bool isRaw) {
+  Cell cell;
+  cell.step = evaluation.step;
+  cell.isOfRaw = isRaw;
+  switch (evaluation.absence) {
+    case AbsenceReason::EmptyInput:
+      cell.state = CellState::NotAvailable;
+      cell.reason = CellReason::EmptyInput;
+      break;
+    case AbsenceReason::MissingInput:
+      cell.state = CellState::Undecodable;
+      cell.reason = CellReason::MissingInput;
+      break;
+    default:
+      cell.state = CellState::Undecodable;
+      cell.reason = CellReason::NoValue;
+      break;
+  }
+  return cell;
+}
+
+bool ContainsOne(const std::vector<NumberRange>& ranges, double number) {
+  return std::any_of(ranges.begin(), ranges.end(),
+                     [number](const NumberRange& range) { return range.Contains(number); });
+}
+
+/// Whether the number stands for something else; the cell then says for what.
+bool IsSentinel(const ColumnRule& column, double number, Cell& cell) {
+  if (ContainsOne(column.notAvailable, number)) {
+    cell = {CellState::NotAvailable, CellReason::NotAvailableNumber, number};
+    return true;
+  }
+  if (ContainsOne(column.error, number)) {
+    cell = {CellState::Error, CellReason::ErrorNumber, number};
+    return true;
+  }
+  return false;
+}
+
+Cell CheckedCell(const ColumnRule& column, double value) {
+  if (!std::isfinite(value)) {
+    return {CellState::Error, CellReason::NotANumber, 0.0};
+  }
+  if (column.range && !column.range->Contains(value)) {
+    return {CellState::Error, CellReason::OutOfRange, value};
+  }
+  return {CellState::Value, CellReason::None, value};
+}
+
+Cell DecodeWithoutRaw(const ColumnRule& column, CFormulaInputs& inputs) {
+  const Evaluation value = column.formula->Evaluate(inputs);
+  if (!value.HasValue()) {
+    return AbsentCell(value, false);
+  }
+  Cell cell;
+  return IsSentinel(column, value.value, cell) ? cell : CheckedCell(column, value.value);
+}
+
+Cell DecodeColumn(const ColumnRule& column, CFormulaInputs& inputs) {
+  if (!column.raw) {
+    return DecodeWithoutRaw(column, inputs);
+  }
+  const Evaluation raw = column.raw->Evaluate(inputs);
+  if (!raw.HasValue()) {
+    return AbsentCell(raw, true);
+  }
+  Cell cell;
+  if (IsSentinel(column, raw.value, cell)) {
+    return cell;
+  }
+  if (!column.formula) {
+    return CheckedCell(column, raw.value);
+  }
+  inputs.SetNumber(Input::Raw, raw.value);
+  const Evaluation value = column.formula->Evaluate(inputs);
+  return value.HasValue() ? CheckedCell(column, value.value) : AbsentCell(value, false);
+}
+
+}  // namespace
+
+struct CDecoder::State {
+  explicit State(const Profile& rules);
+
+  std::optional<MatchKey> KeyOf(const LogRecord& record) const;
+  void FindCandidates(const LogRecord& record);
+  std::span<const std::size_t> Candidates(const LogRecord& record);
+  bool HoldsEachTime(std::size_t message, const LogRecord& record) const;
+
+  const Profile& profile;
+  bool usesChannel;
+  bool usesAddress;
+  bool asksEachTime;
+  CMatchMemo memo;
+  std::vector<std::size_t> candidates;
+  std::vector<std::size_t> matches;
+  CFormulaInputs inputs;
+  std::vector<Cell> cells;
+};
+
+CDecoder::State::State(const Profile& rules)
+    : profile(rules),
+      usesChannel(UsesPart(rules, Part::Channel)),
+      usesAddress(UsesPart(rules, Part::Sentence)),
+      asksEachTime(AnyTerm(rules, IsAskedEachTime)) {
+  std::size_t most = 0;
+  for (const MessageRule& message : rules.messages) {
+    most = std::max(most, message.columns.size());
+  }
+  cells.resize(most);
+  candidates.reserve(rules.messages.size());
+  matches.reserve(rules.messages.size());
+}
+
+/// Nothing when a text is too long to be remembered.
+std::optional<MatchKey> CDecoder::State::KeyOf(const LogRecord& record) const {
+  MatchKey key;
+  if (record.isBus) {
+    key.words[0] = BusWord(record.bus);
+    key.words[1] = record.bus.pgn;
+  }
+  if (usesChannel && record.isBus) {
+    if (record.bus.channel.size() > MatchKey::kMaxText) {
+      return std::nullopt;
+    }
+    key.words[1] |= std::uint64_t{record.bus.channel.size()} << 32;
+    PutText(record.bus.channel, 2, key);
+  }
+  if (usesAddress) {
+    if (record.address.size() > MatchKey::kMaxText) {
+      return std::nullopt;
+    }
+    key.words[1] |= std::uint64_t{record.address.size()} << 40;
+    PutText(record.address, 4, key);
+  }
+  return key;
+}
+
+void CDecoder::State::FindCandidates(const LogRecord& record) {
+  candidates.clear();
+  for (std::size_t i = 0; i < profile.messages.size(); ++i) {
+    const std::vector<MatchTerm>& terms = profile.messages[i].match;
+    const bool isOne = std::all_of(terms.begin(), terms.end(), [&](const MatchTerm& term) {
+      return IsAskedEachTime(term) || Holds(term, record);
+    });
+    if (isOne) {
+      candidates.push_back(i);
+    }
+  }
+}
+
+std::span<const std::size_t> CDecoder::State::Candidates(const LogRecord& record) {
+  const std::optional<MatchKey> key = KeyOf(record);
+  std::span<const std::size_t> known;
+  if (key && memo.Find(*key, known)) {
+    return known;
+  }
+  FindCandidates(record);
+  return key ? memo.Remember(*key, candidates) : std::span<const std::size_t>(candidates);
+}
+
+bool CDecoder::State::HoldsEachTime(std::size_t message, const LogRecord& record) const {
+  const std::vector<MatchTerm>& terms = profile.messages[message].match;
+  return std::all_of(terms.begin(), terms.end(), [&record](const MatchTerm& term) {
+    return !IsAskedEachTime(term) || Holds(term, record);
+  });
+}
+
+CDecoder::CDecoder(const Profile& profile) : m_state(std::make_unique<State>(profile)) {}
+CDecoder::~CDecoder() = default;
+
+std::span<const std::size_t> CDecoder::Match(const LogRecord& record) {
+  State& state = *m_state;
+  if (record.kind != RecordKind::Data) {
+    return {};
+  }
+  const std::span<const std::size_t> candidates = state.Candidates(record);
+  if (!state.asksEachTime) {
+    return candidates;
+  }
+  state.matches.clear();
+  for (const std::size_t message : candidates) {
+    if (state.HoldsEachTime(message, record)) {
+      state.matches.push_back(message);
+    }
+  }
+  return state.matches;
+}
+
+Row CDecoder::Decode(const LogRecord& record, std::size_t message) {
+  State& state = *m_state;
+  const MessageRule& rule = state.profile.messages[message];
+  SetInputs(state.inputs, record);
+  for (std::size_t i = 0; i < rule.columns.size(); ++i) {
+    state.cells[i] = DecodeColumn(rule.columns[i], state.inputs);
+  }
+  return {&record, &rule, message, std::span(state.cells).first(rule.columns.size())};
+}
+
+}  // namespace lum::decoding
