@@ -98,6 +98,10 @@ bool CLogInput::Skip(std::uint64_t count) {
   return m_state->file.TrySeek(count - begun) || m_state->Drop(count - begun);
 }
 
+void CLogInput::EndWhen(const std::atomic<bool>& isInterrupted) {
+  m_state->file.EndWhen(isInterrupted);
+}
+
 bool CLogInput::IsCompressed() const { return m_state->gzip != nullptr; }
 std::uint64_t CLogInput::BytesTaken() const { return m_state->file.BytesTaken(); }
 std::optional<std::uint64_t> CLogInput::Size() const { return m_state->file.Size(); }

@@ -54,7 +54,9 @@ std::uint64_t SkipTo(CLogInput& input, std::uint64_t offset) {
 }  // namespace
 
 CLogRun::CLogRun(CLogInput& input, const Profile& profile, const LogRunOptions& options)
-    : m_lines(input, SkipTo(input, FirstOffset(options))), m_decoder(profile) {
+    : m_isInterrupted(options.isInterrupted),
+      m_lines(input, SkipTo(input, FirstOffset(options))),
+      m_decoder(profile) {
   m_line.end = FirstOffset(options);
   m_format = ChooseFormat(profile, options);
   m_reader = MakeLogReader(m_format, profile.reader);
@@ -90,7 +92,10 @@ void CLogRun::TakeSample() {
 
 bool CLogRun::NextLine() {
   if (m_sample.empty()) {
-    return m_lines.Next(m_line);
+    const std::uint64_t end = m_line.end;
+    const bool isThere = m_lines.Next(m_line) && !IsInterrupted();
+    m_line.end = isThere ? m_line.end : end;
+    return isThere;
   }
   m_replayed = std::move(m_sample.front());
   m_sample.pop_front();
@@ -99,8 +104,8 @@ bool CLogRun::NextLine() {
   return true;
 }
 
-/// Feeds the reader with the lines before, which gave their rows to an earlier run. The first may be
-/// cut; what it makes of that is nobody's business.
+/// Feeds the reader with the lines before, which gave their rows to an earlier run. The first may
+/// be cut; what it makes of that is nobody's business.
 void CLogRun::WarmUp(std::uint64_t from) {
   while (m_line.end < from) {
     if (!NextLine()) {
@@ -114,11 +119,14 @@ void CLogRun::WarmUp(std::uint64_t from) {
 bool CLogRun::Next() {
   m_matches = {};
   m_outcome = {};
-  if (!NextLine()) {
-    return FinishReader();
+  if (IsInterrupted()) {
+    return false;
   }
-  TakeLine();
-  return true;
+  if (NextLine()) {
+    TakeLine();
+    return true;
+  }
+  return !IsInterrupted() && FinishReader();
 }
 
 void CLogRun::TakeLine() {

@@ -1,7 +1,8 @@
-// A run over one log: its lines, what its reader makes of them, which messages they are, and an honest
-// count of it all.
+// A run over one log: its lines, what its reader makes of them, which messages they are, and an
+// honest count of it all.
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <deque>
@@ -18,8 +19,8 @@
 
 namespace lum::decoding {
 
-/// What became of the lines of a log. Every line is counted in exactly one of `matched`, `unmatched`,
-/// `bad`, `remarks`, `remote`, `busErrors`, `unusable` and `parts`.
+/// What became of the lines of a log. Every line is counted in exactly one of `matched`,
+/// `unmatched`, `bad`, `remarks`, `remote`, `busErrors`, `unusable` and `parts`.
 struct LogCounts {
   std::uint64_t lines = 0;
   std::uint64_t matched = 0;    ///< Lines that gave one row or more.
@@ -37,6 +38,8 @@ struct LogCounts {
 struct LogRunOptions {
   std::optional<LogFormat> format;  ///< In place of the profile's, or of what the lines look like.
   std::uint64_t resumeFrom = 0;     ///< Offset of the first line that counts.
+  /// Once it is set the log ends before the next line, which is left whole for another run.
+  const std::atomic<bool>* isInterrupted = nullptr;
 };
 
 /// Decodes the lines of an input one after the other. The profile and the input must outlive it.
@@ -78,6 +81,7 @@ class CLogRun {
     LogLine line;
   };
 
+  bool IsInterrupted() const { return m_isInterrupted != nullptr && m_isInterrupted->load(); }
   bool NextLine();
   void TakeSample();
   LogFormat ChooseFormat(const Profile& profile, const LogRunOptions& options);
@@ -86,6 +90,7 @@ class CLogRun {
   void Count();
   bool FinishReader();
 
+  const std::atomic<bool>* m_isInterrupted;
   CLineReader m_lines;
   std::deque<StoredLine> m_sample;
   StoredLine m_replayed;

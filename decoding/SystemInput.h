@@ -1,6 +1,7 @@
 // A file or standard input as the system reads it, without a buffer.
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -16,6 +17,8 @@ class CSystemInput {
   CSystemInput& operator=(const CSystemInput&) = delete;
   ~CSystemInput();
 
+  /// As CLogInput.
+  void EndWhen(const std::atomic<bool>& isInterrupted) { m_isInterrupted = &isInterrupted; }
   /// Waits for one byte at least; 0 at the end. Throws DecodingError.
   std::size_t Read(char* to, std::size_t room);
   /// Moves on without reading where the system knows that so many bytes are there.
@@ -31,6 +34,7 @@ class CSystemInput {
   std::string m_name;
   int m_descriptor = 0;
   std::uint64_t m_taken = 0;
+  const std::atomic<bool>* m_isInterrupted = nullptr;
   std::optional<std::uint64_t> m_size;
 };
 

@@ -61,6 +61,9 @@ std::size_t CSystemInput::Read(char* to, std::size_t room) {
   ssize_t count = -1;
   do {
     count = ::read(m_descriptor, to, room);
+    if (count == -1 && errno == EINTR && m_isInterrupted != nullptr && m_isInterrupted->load()) {
+      return 0;
+    }
   } while (count == -1 && errno == EINTR);
   if (count == -1) {
     throw DecodingError("cannot read " + m_name + " at byte " + std::to_string(m_taken) + ": " +

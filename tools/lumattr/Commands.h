@@ -12,6 +12,7 @@ namespace lum::tool {
 /// `context` must outlive `app`.
 void AddCheckCommand(const CCommand& app, ToolContext& context);
 void AddConvertCommand(const CCommand& app, ToolContext& context);
+void AddDecodeCommand(const CCommand& app, ToolContext& context);
 void AddDefsCommand(const CCommand& app, ToolContext& context);
 void AddDiffCommand(const CCommand& app, ToolContext& context);
 /// `words` are the operation and its arguments, which SplitEvalLine takes out of the command line.

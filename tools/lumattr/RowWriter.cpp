@@ -49,9 +49,14 @@ class CCsvRows : public CRowWriter {
   CCsvRows(const Profile& profile, const RowLayout& layout)
       : m_profile(profile), m_layout(layout), m_columns(profile) {
     m_cells.resize(m_columns.Columns().size());
+    for (const MessageRule& message : profile.messages) {
+      m_messages.push_back(CsvField(message.name));
+    }
   }
 
-  void SetFile(const std::string& name) override { m_file = CsvField(name) + ","; }
+  void SetFile(const std::string& name) override {
+    m_file = m_layout.hasFile ? CsvField(name) + "," : "";
+  }
 
   void AppendTitles(std::string& text) const override {
     text += m_layout.hasFile ? "file,line" : "line";
@@ -72,7 +77,7 @@ class CCsvRows : public CRowWriter {
     }
     if (HasMessages()) {
       text += ',';
-      text += CsvField(row.message->name);
+      text += m_messages[row.messageIndex];
     }
     AppendCells(text, row);
     text += "\r\n";
@@ -99,6 +104,7 @@ class CCsvRows : public CRowWriter {
   const Profile& m_profile;
   RowLayout m_layout;
   CRowColumns m_columns;
+  std::vector<std::string> m_messages;
   std::string m_file;
   mutable std::vector<const Cell*> m_cells;  // Of one row, by columns.
 };
@@ -117,7 +123,9 @@ class CJsonRows : public CRowWriter {
     }
   }
 
-  void SetFile(const std::string& name) override { m_file = "\"file\":" + JsonText(name) + ","; }
+  void SetFile(const std::string& name) override {
+    m_file = m_layout.hasFile ? "\"file\":" + JsonText(name) + "," : "";
+  }
 
   void AppendTitles(std::string&) const override {}
 

@@ -80,6 +80,14 @@ bool IsOutputTerminal() {
 #endif
 }
 
+bool IsErrorTerminal() {
+#if defined(_WIN32)
+  return IsConsole(::GetStdHandle(STD_ERROR_HANDLE));
+#else
+  return isatty(STDERR_FILENO) != 0;
+#endif
+}
+
 bool MayColorOutput() {
   return Environment("NO_COLOR").empty() && Environment("TERM") != "dumb" && DoesOutputShowColors();
 }

@@ -13,6 +13,8 @@ bool IsClosedPipe(int error);
 
 /// Whether standard output is a terminal or console.
 bool IsOutputTerminal();
+/// Whether standard error is.
+bool IsErrorTerminal();
 
 /// Whether standard output is a terminal that shows colours. NO_COLOR=1 and TERM=dumb forbid them.
 bool MayColorOutput();

@@ -25,6 +25,7 @@ int main(int argc, char** argv) {
   const auto addCommands = [&context, &line](const lum::tool::CCommand& app) {
     lum::tool::AddCheckCommand(app, context);
     lum::tool::AddConvertCommand(app, context);
+    lum::tool::AddDecodeCommand(app, context);
     lum::tool::AddDefsCommand(app, context);
     lum::tool::AddDiffCommand(app, context);
     lum::tool::AddEvalCommand(app, context, line.words);

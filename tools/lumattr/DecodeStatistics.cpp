@@ -1,0 +1,135 @@
+#include "tools/lumattr/DecodeStatistics.h"
+
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <string>
+
+#include "decoding/NumberText.h"
+#include "tools/lumattr/Columns.h"
+#include "tools/lumattr/Csv.h"
+#include "tools/lumattr/Text.h"
+
+namespace lum::tool {
+namespace {
+
+using decoding::CColumnStatistics;
+using decoding::CellReason;
+using decoding::ColumnRule;
+using decoding::MessageRule;
+using decoding::Profile;
+using Json = nlohmann::ordered_json;
+
+std::uint64_t NotAvailable(const CColumnStatistics& column) {
+  return column.Count(CellReason::EmptyInput) + column.Count(CellReason::NotAvailableNumber);
+}
+
+std::uint64_t Errors(const CColumnStatistics& column) {
+  return column.Count(CellReason::ErrorNumber) + column.Count(CellReason::OutOfRange) +
+         column.Count(CellReason::NotANumber);
+}
+
+std::uint64_t Undecodable(const CColumnStatistics& column) {
+  return column.Count(CellReason::MissingInput) + column.Count(CellReason::NoValue);
+}
+
+std::string NumberText(double number, std::optional<int> digits) {
+  std::string text;
+  if (digits) {
+    decoding::AppendFixed(text, number, *digits);
+  } else {
+    decoding::AppendShortest(text, number);
+  }
+  return text;
+}
+
+TableRow Line(const MessageRule& message, const ColumnRule& rule, const CColumnStatistics& column) {
+  const auto number = [&](double value) {
+    return column.Count() > 0 ? NumberText(value, rule.digits) : std::string();
+  };
+  return {message.name,
+          rule.name,
+          std::to_string(column.Count()),
+          number(column.Minimum()),
+          number(column.Maximum()),
+          number(column.Mean()),
+          rule.unit,
+          std::to_string(NotAvailable(column)),
+          std::to_string(Errors(column)),
+          std::to_string(Undecodable(column))};
+}
+
+Json ColumnJson(const ColumnRule& rule, const CColumnStatistics& column) {
+  const bool hasValues = column.Count() > 0;
+  Json json;
+  json["column"] = rule.name;
+  json["unit"] = rule.unit;
+  json["count"] = column.Count();
+  json["minimum"] = hasValues ? Json(column.Minimum()) : Json(nullptr);
+  json["maximum"] = hasValues ? Json(column.Maximum()) : Json(nullptr);
+  json["mean"] = hasValues ? Json(column.Mean()) : Json(nullptr);
+  Json absent = Json::object();
+  for (std::size_t i = 1; i < decoding::kCellReasonCount; ++i) {
+    const auto reason = static_cast<CellReason>(i);
+    if (column.Count(reason) > 0) {
+      absent[CellReasonName(reason)] = column.Count(reason);
+    }
+  }
+  json["absent"] = absent;
+  return json;
+}
+
+}  // namespace
+
+CDecodeStatistics::CDecodeStatistics(const Profile& profile) : m_profile(profile) {
+  for (const MessageRule& message : profile.messages) {
+    m_messages.emplace_back().columns.resize(message.columns.size());
+  }
+}
+
+void CDecodeStatistics::Add(const decoding::Row& row) {
+  CMessage& message = m_messages[row.messageIndex];
+  ++message.rows;
+  for (std::size_t i = 0; i < row.cells.size(); ++i) {
+    message.columns[i].Add(row.cells[i]);
+  }
+}
+
+void CDecodeStatistics::PrintJson(ToolContext& context) const {
+  Json json = Json::array();
+  for (std::size_t i = 0; i < m_messages.size(); ++i) {
+    const MessageRule& rule = m_profile.messages[i];
+    Json columns = Json::array();
+    for (std::size_t j = 0; j < rule.columns.size(); ++j) {
+      columns.push_back(ColumnJson(rule.columns[j], m_messages[i].columns[j]));
+    }
+    json.push_back({{"message", rule.name}, {"rows", m_messages[i].rows}, {"columns", columns}});
+  }
+  context.out << SafeJson(json.dump(2)) << '\n';
+}
+
+void CDecodeStatistics::Print(RowFormat format, ToolContext& context) const {
+  if (format == RowFormat::Json) {
+    PrintJson(context);
+    return;
+  }
+  const TableRow titles = {"MESSAGE", "COLUMN", "COUNT",         "MINIMUM", "MAXIMUM",
+                           "MEAN",    "UNIT",   "NOT AVAILABLE", "ERROR",   "UNDECODABLE"};
+  std::vector<TableRow> rows;
+  for (std::size_t i = 0; i < m_messages.size(); ++i) {
+    const MessageRule& rule = m_profile.messages[i];
+    for (std::size_t j = 0; j < rule.columns.size(); ++j) {
+      rows.push_back(Line(rule, rule.columns[j], m_messages[i].columns[j]));
+    }
+  }
+  if (format == RowFormat::Table) {
+    PrintTable(context, titles, rows);
+    return;
+  }
+  PrintCsvLine(context, {"message", "column", "count", "minimum", "maximum", "mean", "unit",
+                         "not available", "error", "undecodable"});
+  for (const TableRow& row : rows) {
+    PrintCsvLine(context, row);
+  }
+}
+
+}  // namespace lum::tool
