@@ -1,5 +1,5 @@
-// What formulas can name: the texts and numbers of one record of a log, as values that the operations
-// take.
+// What formulas can name: the texts and numbers of one record of a log, as values that the
+// operations take.
 #pragma once
 
 #include <array>
@@ -51,9 +51,9 @@ enum class InputState : std::uint8_t {
   Empty,    ///< A text of no characters, by which devices say "not available".
 };
 
-/// The inputs' values for one record after the other. Texts are not copied before a formula asks for
-/// them: the record's must live until the next Clear. Setting and reading allocate nothing once the
-/// longest texts have been seen.
+/// The inputs' values for one record after the other. Texts are not copied before a formula asks
+/// for them: the record's, and the list of its fields, must live until the next Clear. Setting and
+/// reading allocate nothing once the longest texts have been seen. Used by one thread at a time.
 class CFormulaInputs {
  public:
   /// field(0) to field(kMaxFields - 1).
@@ -64,22 +64,97 @@ class CFormulaInputs {
   CFormulaInputs& operator=(const CFormulaInputs&) = delete;
 
   /// Makes all inputs missing.
-  void Clear();
-  void SetText(Input input, std::string_view text);
-  void SetNumber(Input input, double number);
-  void SetFields(std::span<const std::string_view> fields);
+  void Clear() {
+    m_set = 0;
+    m_made = 0;
+    SetFields({});
+  }
+  /// Precondition: InputTable() says that the input is a text.
+  void SetText(Input input, std::string_view text) {
+    m_texts[Place(input)] = text;
+    m_set |= Bit(input);
+    m_made &= ~Bit(input);
+  }
+  /// Precondition: InputTable() says that the input is a number.
+  void SetNumber(Input input, double number) {
+    m_numbers[Place(input)].CLumDouble::SetDouble(number);
+    m_set |= Bit(input);
+  }
+  /// What is behind the last that has a number is left out.
+  void SetFields(std::span<const std::string_view> fields) {
+    m_fields = fields.first(fields.size() < kMaxFields ? fields.size() : kMaxFields);
+    ++m_record;
+  }
 
-  InputState State(Input input) const;
-  InputState FieldState(std::size_t field) const;
+  InputState State(Input input) const {
+    if ((m_set & Bit(input)) == 0) {
+      return InputState::Missing;
+    }
+    const bool isEmpty = IsText(input) && m_texts[Place(input)].empty();
+    return isEmpty ? InputState::Empty : InputState::Present;
+  }
+  InputState FieldState(std::size_t field) const {
+    if (field >= m_fields.size()) {
+      return InputState::Missing;
+    }
+    return m_fields[field].empty() ? InputState::Empty : InputState::Present;
+  }
   /// The value of an input that is not missing; it stays as it is until the next Clear. Operations
   /// that write their bounds back into an argument must get a copy.
-  CLumType& Value(Input input);
-  CLumType& Field(std::size_t field);
+  CLumType& Value(Input input) {
+    return IsText(input) ? MadeText(input) : static_cast<CLumType&>(m_numbers[Place(input)]);
+  }
+  CLumType& Field(std::size_t field) {
+    FieldSlot& slot = m_fieldSlots[field];
+    if (slot.record != m_record) {
+      slot.text.Fill(m_fields[field]);
+      slot.record = m_record;
+    }
+    return slot.text.value;
+  }
   /// The same as they were set. Precondition: the state is not Missing.
-  std::string_view Text(Input input) const;
-  std::string_view FieldText(std::size_t field) const;
-  double ReadNumber(Input input) const;
-  // Private part: whatever its author needs.
+  std::string_view Text(Input input) const { return m_texts[Place(input)]; }
+  std::string_view FieldText(std::size_t field) const { return m_fields[field]; }
+  double ReadNumber(Input input) const {
+    double number = 0.0;
+    m_numbers[Place(input)].CLumDouble::GetDouble(number);
+    return number;
+  }
+
+ private:
+  /// A text as a value: the two share their characters, which stay where they are for the next.
+  struct TextSlot {
+    CStringA buffer;
+    CLumIoName value;
+
+    void Fill(std::string_view text);
+  };
+  struct FieldSlot {
+    TextSlot text;
+    std::uint64_t record = 0;  ///< For which the text was made.
+  };
+
+  static constexpr std::size_t Place(Input input) { return static_cast<std::size_t>(input); }
+  static constexpr std::uint32_t Bit(Input input) { return std::uint32_t{1} << Place(input); }
+  static constexpr bool IsText(Input input) { return input <= Input::Address; }
+
+  CLumType& MadeText(Input input) {
+    TextSlot& slot = m_slots[Place(input)];
+    if ((m_made & Bit(input)) == 0) {
+      slot.Fill(m_texts[Place(input)]);
+      m_made |= Bit(input);
+    }
+    return slot.value;
+  }
+
+  std::uint32_t m_set = 0;   ///< A bit for each input that has been set.
+  std::uint32_t m_made = 0;  ///< And one for each text whose value has been made.
+  std::array<std::string_view, kInputCount> m_texts;
+  std::array<TextSlot, kInputCount> m_slots;
+  std::array<CLumDouble, kInputCount> m_numbers;
+  std::span<const std::string_view> m_fields;
+  std::uint64_t m_record = 1;
+  std::vector<FieldSlot> m_fieldSlots;  ///< One for each field that can be named: they never move.
 };
 
 }  // namespace lum::decoding

@@ -1,0 +1,133 @@
+// Evaluations told step by step.
+#include <limits>
+
+#include "decoding/FormulaLexer.h"
+#include "decoding/FormulaNames.h"
+#include "decoding/FormulaProgram.h"
+#include "decoding/NumberLiteral.h"
+#include "decoding/Utf8Text.h"
+
+namespace lum::decoding {
+namespace {
+
+constexpr std::string_view kOmission = "\xE2\x80\xA6";
+
+/// A text no longer than a trace shows.
+std::string Shortened(std::string_view text) {
+  if (text.size() <= kMaxTracedText) {
+    return std::string(text);
+  }
+  std::size_t end = kMaxTracedText;
+  while (end > 0 && IsContinuation(text[end])) {
+    --end;
+  }
+  return std::string(text.substr(0, end)).append(kOmission);
+}
+
+void AppendEscaped(std::string& literal, char byte) {
+  constexpr std::string_view kDigits = "0123456789ABCDEF";
+  if (byte == '"' || byte == '\\') {
+    literal += '\\';
+    literal += byte;
+  } else if (byte >= 0x20 && byte < 0x7F) {
+    literal += byte;
+  } else {
+    const auto code = static_cast<unsigned char>(byte);
+    literal += "\\x";
+    literal += kDigits[code / 16U];
+    literal += kDigits[code % 16U];
+  }
+}
+
+std::string TextLiteral(std::string_view text) {
+  std::string literal(1, '"');
+  for (const char byte : text.substr(0, kMaxTracedText)) {
+    AppendEscaped(literal, byte);
+  }
+  literal += '"';
+  return text.size() > kMaxTracedText ? literal.append(kOmission) : literal;
+}
+
+std::string_view OperationName(const FormulaProgram& program, const FormulaStep& step) {
+  switch (step.kind) {
+    case StepKind::Input:
+      return InputTable()[step.place].name;
+    case StepKind::Field:
+      return kFieldName;
+    case StepKind::Constant:
+      return std::string_view(program.text).substr(step.begin, step.end - step.begin);
+    case StepKind::Negate:
+    case StepKind::Subtract:
+      return "-";
+    case StepKind::Add:
+      return "+";
+    case StepKind::Multiply:
+      return "*";
+    case StepKind::Divide:
+      return "/";
+    default:
+      return step.operation->name;
+  }
+}
+
+void AddArgument(EvaluationStep& told, const CLumType& value) {
+  double number = std::numeric_limits<double>::quiet_NaN();
+  CStringA text;
+  if (value.GetName(text) != 0) {
+    told.arguments.push_back(
+        TextLiteral({text.GetString(), static_cast<std::size_t>(text.GetLength())}));
+  } else {
+    value.GetDouble(number);
+    told.arguments.push_back(NumberText(number));
+  }
+  told.numbers.push_back(number);
+}
+
+void AddArguments(EvaluationStep& told, const FormulaStep& step) {
+  if (step.IsLoad()) {
+    if (told.absence == AbsenceReason::None) {
+      AddArgument(told, **step.taker);
+    } else if (told.absence == AbsenceReason::EmptyInput) {
+      AddArgument(told, CLumIoName());
+    }
+    return;
+  }
+  for (std::size_t i = 0; i < step.argumentCount; ++i) {
+    AddArgument(told, *step.Argument(i));
+  }
+}
+
+}  // namespace
+
+std::string StepTextOf(const FormulaProgram& program, const FormulaStep& step) {
+  const std::string text =
+      Shortened(std::string_view(program.text).substr(step.begin, step.end - step.begin));
+  return step.isImplied ? "Val(" + text + ")" : text;
+}
+
+std::string CExpression::StepText(std::uint32_t step) const {
+  return StepTextOf(*m_program, m_program->steps.at(step));
+}
+
+Evaluation CExpression::Trace(CFormulaInputs& inputs, std::vector<EvaluationStep>& steps) const {
+  steps.clear();
+  Evaluation evaluation;
+  for (FormulaStep& step : m_program->steps) {
+    EvaluationStep& told = steps.emplace_back();
+    told.text = StepTextOf(*m_program, step);
+    told.operation = OperationName(*m_program, step);
+    told.absence = TakeStep(step, inputs);
+    AddArguments(told, step);
+    if (told.absence != AbsenceReason::None) {
+      told.code = 0;
+      evaluation.absence = told.absence;
+      evaluation.step = static_cast<std::uint32_t>(steps.size() - 1);
+      return evaluation;
+    }
+    told.result = ResultOf(step);
+  }
+  evaluation.value = steps.back().result;
+  return evaluation;
+}
+
+}  // namespace lum::decoding
