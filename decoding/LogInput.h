@@ -19,19 +19,24 @@ class CLogInput {
   CLogInput& operator=(const CLogInput&) = delete;
   ~CLogInput();
 
-  /// Reads what is there, at least one byte and at most `room`; 0 at the end. A pipe's bytes come as
-  /// soon as they are there. Throws DecodingError for a failed read, damaged compressed data, and
-  /// compressed data that break off: everything before was delivered by the calls before.
+  /// Reads what is there, at least one byte and at most `room`; 0 at the end. A pipe's bytes come
+  /// as soon as they are there. Throws DecodingError for a failed read, damaged compressed data,
+  /// and compressed data that break off: everything before was delivered by the calls before.
   std::size_t Read(char* to, std::size_t room);
-  /// Leaves out the next `count` bytes, as they are after decompression: by seeking where that goes,
-  /// else by reading. False when the input ends before. Call it before the first Read.
+  /// Leaves out the next `count` bytes, as they are after decompression: by seeking where that
+  /// goes, else by reading. False when the input ends before. Call it before the first Read.
   bool Skip(std::uint64_t count);
 
+  /// Known from the start for files, after the first Read or Skip for pipes.
   bool IsCompressed() const;
-  /// How many bytes of the file have been read, compressed as they are, and how many it has; nothing
-  /// for a pipe. For progress alone.
+  /// How many bytes of the file have been read, compressed as they are, and how many it has;
+  /// nothing for a pipe. For progress alone.
   std::uint64_t BytesTaken() const;
   std::optional<std::uint64_t> Size() const;
+
+ private:
+  struct State;
+  std::unique_ptr<State> m_state;
 };
 
 }  // namespace lum::decoding

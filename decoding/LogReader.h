@@ -13,12 +13,17 @@
 
 namespace lum::decoding {
 
+/// A sentence is at most so many characters, from '$' or '!' to the end of its line; NMEA 0183
+/// allows 82, which devices exceed. A longer one is a problem.
+inline constexpr std::size_t kMaxSentence = 1024;
+
 struct ReaderOptions {
   char separator = '\0';  ///< Between the fields of plain lines and of CSV; 0: blanks, commas.
+  bool allowMissingChecksum = false;  ///< NMEA 0183: a sentence without "*hh" is one all the same.
 };
 
-/// What became of a line. A line gives at most one record and at most one problem; a frame that ends
-/// one message wrongly can do both.
+/// What became of a line. A line gives at most one record and at most one problem; a frame that
+/// ends one message wrongly can do both.
 struct LineOutcome {
   bool hasRecord = false;
   bool hasProblem = false;

@@ -15,13 +15,16 @@ enum class LogFormat : std::uint8_t { Plain, Candump, J1939, Nmea, Csv };
 std::string_view LogFormatName(LogFormat format);
 std::optional<LogFormat> FindLogFormat(std::string_view name);
 
+/// The name of a bus interface is at most so many bytes; a line with a longer one is a problem.
+inline constexpr std::size_t kMaxChannelName = 64;
+
 enum class RecordKind : std::uint8_t {
   Data,
-  Remote,     ///< A remote transmission request: no data.
-  BusError,   ///< An error frame of the bus.
-  Unusable,   ///< Well-formed, but nothing that can be decoded (a CAN FD frame).
-  Remark,     ///< An empty line or a comment: nobody's data.
-  Part,       ///< One frame of a multi-packet message that is not complete yet, or its handshake.
+  Remote,    ///< A remote transmission request: no data.
+  BusError,  ///< An error frame of the bus.
+  Unusable,  ///< Well-formed, but nothing that can be decoded (a CAN FD frame).
+  Remark,    ///< An empty line or a comment: nobody's data.
+  Part,      ///< One frame of a multi-packet message that is not complete yet, or its handshake.
 };
 
 /// Where the columns of a bus record come from.

@@ -1,0 +1,102 @@
+// Sixteen digits are converted at a time, in loops of fixed length without branches: compilers turn
+// them into a few instructions, which a table for each digit is not.
+#include "decoding/CanFrame.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "decoding/J1939.h"
+#include "decoding/LogText.h"
+
+namespace lum::decoding::detail {
+
+bool CCanFrame::Convert(std::string_view digits, Digits& upper,
+                        std::array<std::uint8_t, kMaxCanBytes>& bytes) {
+  Digits text;
+  if (digits.size() == kDigits) {
+    std::memcpy(text.data(), digits.data(), kDigits);
+  } else {
+    text.fill('0');
+    std::copy(digits.begin(), digits.end(), text.begin());
+  }
+  std::array<std::uint8_t, kDigits> values;
+  std::uint8_t wrong = 0;
+  for (std::size_t i = 0; i < kDigits; ++i) {
+    const auto c = static_cast<std::uint8_t>(text[i]);
+    const auto letter = static_cast<std::uint8_t>(c & 0xDFU);
+    const bool isDecimal = c >= '0' && c <= '9';
+    const bool isLetter = letter >= 'A' && letter <= 'F';
+    wrong = static_cast<std::uint8_t>(wrong | (isDecimal || isLetter ? 0U : 1U));
+    upper[i] = static_cast<char>(isDecimal ? c : letter);
+    values[i] = static_cast<std::uint8_t>((c & 0xFU) + (isDecimal ? 0U : 9U));
+  }
+  for (std::size_t i = 0; i < kMaxCanBytes; ++i) {
+    bytes[i] = static_cast<std::uint8_t>((values[2 * i] & 0xFU) << 4 | (values[2 * i + 1] & 0xFU));
+  }
+  return wrong == 0;
+}
+
+bool CCanFrame::TakeId(std::string_view digits) {
+  m_isExtended = digits.size() == 8;
+  if (m_isExtended) {
+    std::array<std::uint8_t, kMaxCanBytes> bytes;
+    const bool isNumber = Convert(digits, m_idDigits, bytes);
+    m_id = std::uint32_t{bytes[0]} << 24 | std::uint32_t{bytes[1]} << 16 |
+           std::uint32_t{bytes[2]} << 8 | bytes[3];
+    return isNumber;
+  }
+  std::uint8_t all = 0;
+  m_id = 0;
+  for (const char digit : digits) {
+    const std::uint8_t value = DigitValue(digit);
+    all |= value;
+    m_id = (m_id & 0xFFF) << 4 | (value & 0xFU);
+  }
+  return all != kNoDigit;
+}
+
+bool CCanFrame::TakeData(std::string_view digits) {
+  m_size = digits.size() / 2;
+  return Convert(digits, m_dataDigits, m_data);
+}
+
+void CCanFrame::Describe(BusParts& bus) {
+  bus.id = m_id;
+  bus.isExtended = m_isExtended;
+  bus.data = Data();
+  const std::size_t idLength = m_isExtended ? 8 : 3;
+  if (m_isExtended) {
+    DescribeExtended(bus);
+    std::memcpy(m_frame.data(), m_idDigits.data(), 8);
+    // Bit 31 tells an extended identifier: '0' becomes '8', '1' becomes '9'.
+    m_frame[0] = static_cast<char>(m_frame[0] + 8);
+  } else {
+    WriteHex(m_id, idLength, m_frame.data());
+  }
+  m_frame[idLength] = static_cast<char>('0' + m_size);
+  // All digits, whether they count or not: a copy of fixed length is one move.
+  std::memcpy(m_frame.data() + idLength + 1, m_dataDigits.data(), kDigits);
+  bus.frame = {m_frame.data(), idLength + 1 + 2 * m_size};
+}
+
+void CCanFrame::DescribeExtended(BusParts& bus) {
+  const J1939Id parts = SplitJ1939Id(m_id);
+  bus.pgn = parts.pgn;
+  bus.source = parts.source;
+  bus.destination = parts.destination;
+  bus.priority = parts.priority;
+  WriteMessageHeader(bus, m_message.data());
+  std::memcpy(m_message.data() + kMessageHeader, m_dataDigits.data(), kDigits);
+  m_message[kMessageHeader + 2 * m_size] = ';';
+  bus.message = {m_message.data(), MessageLength(m_size)};
+}
+
+void WriteMessageHeader(const BusParts& bus, char* to) {
+  to[0] = '>';
+  WriteHex(bus.source, 2, to + 1);
+  WriteHex(bus.destination, 2, to + 3);
+  WriteHex(bus.pgn, 5, to + 5);
+  WriteHex(bus.priority, 1, to + 10);
+}
+
+}  // namespace lum::decoding::detail

@@ -1,0 +1,82 @@
+// Reads by the calls of POSIX.
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <system_error>
+
+#include "decoding/DecodingError.h"
+#include "decoding/SystemInput.h"
+
+namespace lum::decoding::detail {
+
+namespace {
+
+std::string DescribeError(int error) {
+#if defined(__GLIBC__)
+  // Other calls translate into the language of the process locale.
+  if (const char* text = ::strerrordesc_np(error)) {
+    return text;
+  }
+#endif
+  return std::generic_category().message(error);
+}
+
+int OpenDescriptor(const std::string& path, const std::string& name) {
+  if (path == "-") {
+    return STDIN_FILENO;
+  }
+  int descriptor = -1;
+  do {
+    descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  } while (descriptor == -1 && errno == EINTR);
+  if (descriptor == -1) {
+    throw DecodingError("cannot open " + name + ": " + DescribeError(errno));
+  }
+  return descriptor;
+}
+
+}  // namespace
+
+CSystemInput::CSystemInput(const std::string& path)
+    : m_name(path == "-" ? "standard input" : "'" + path + "'"),
+      m_descriptor(OpenDescriptor(path, m_name)) {
+  struct stat status {};
+  if (::fstat(m_descriptor, &status) == 0 && S_ISREG(status.st_mode)) {
+    const off_t place = ::lseek(m_descriptor, 0, SEEK_CUR);
+    m_size = static_cast<std::uint64_t>(std::max<off_t>(status.st_size - place, 0));
+  }
+}
+
+CSystemInput::~CSystemInput() {
+  if (m_descriptor != STDIN_FILENO) {
+    ::close(m_descriptor);
+  }
+}
+
+std::size_t CSystemInput::Read(char* to, std::size_t room) {
+  ssize_t count = -1;
+  do {
+    count = ::read(m_descriptor, to, room);
+  } while (count == -1 && errno == EINTR);
+  if (count == -1) {
+    throw DecodingError("cannot read " + m_name + " at byte " + std::to_string(m_taken) + ": " +
+                        DescribeError(errno));
+  }
+  m_taken += static_cast<std::uint64_t>(count);
+  return static_cast<std::size_t>(count);
+}
+
+bool CSystemInput::TrySeek(std::uint64_t count) {
+  if (!m_size || m_taken > *m_size || count > *m_size - m_taken ||
+      ::lseek(m_descriptor, static_cast<off_t>(count), SEEK_CUR) == -1) {
+    return false;
+  }
+  m_taken += count;
+  return true;
+}
+
+}  // namespace lum::decoding::detail
