@@ -4,6 +4,7 @@
 #include <utility>
 #include <variant>
 
+#include "decoding/ProfileMatch.h"
 #include "decoding/ProfileNumbers.h"
 #include "decoding/ProfileSentinels.h"
 
@@ -23,6 +24,18 @@ bool IsColumnKey(const PlacedText& key, std::size_t point) {
   }
   const std::string_view property = key.text.substr(point + 1);
   return std::find(std::begin(kKeys), std::end(kKeys), property) != std::end(kKeys);
+}
+
+/// The key that was probably meant, with the column's name or of a condition.
+std::string NearestKey(const PlacedText& key) {
+  const std::size_t point = key.text.rfind('.');
+  if (point != std::string_view::npos && point > 0) {
+    const std::string nearest = Nearest(key.text.substr(point + 1), kKeys);
+    if (!nearest.empty()) {
+      return std::string(key.First(point).WithoutBlanks().text) + "." + nearest;
+    }
+  }
+  return Nearest(key.text, MatchKeys());
 }
 
 /// The place of a fault in a formula: its lines are one after the other in the profile's one.
@@ -66,15 +79,9 @@ void CColumnReader::Take(const PlacedText& key, const PlacedText& value) {
 }
 
 void CColumnReader::TakeUnknown(const PlacedText& key) {
-  const std::size_t point = key.text.rfind('.');
-  std::string suggestion;
-  if (point != std::string_view::npos && point > 0) {
-    suggestion = Nearest(key.text.substr(point + 1), kKeys);
-    suggestion = suggestion.empty() ? "" : std::string(key.text.substr(0, point + 1)) + suggestion;
-  }
   m_faults.Add(key, "unknown key " + QuotedPart(key.text),
                "a condition such as Match.Pgn or a column's item such as NAME.Formula",
-               std::move(suggestion));
+               NearestKey(key));
 }
 
 CColumnReader::Draft* CColumnReader::FindOrMake(const PlacedText& name) {
