@@ -148,8 +148,8 @@ void CheckOldForm(const FileObject& file) {
   EXPECT_EQ(Describe(plain), Describe(expected));
 }
 
-/// Without a comma in its value an order item is none that saving replaces, at whatever depth of the
-/// tree it stands.
+/// Without a comma in its value an order item is none that saving replaces, at whatever depth of
+/// the tree it stands.
 void CheckRemoval(FileObject file) {
   if (!RemoveAttributes(file, L"S")) {
     return;
