@@ -1,5 +1,5 @@
-// What keeps a log from being decoded at all: a file that cannot be read, compressed data that break
-// off. Bad lines and bad frames are no errors of this kind; they are counted.
+// What keeps a log from being decoded at all: a file that cannot be read, compressed data that
+// break off. Bad lines and bad frames are no errors of this kind; they are counted.
 #pragma once
 
 #include <stdexcept>

@@ -11,8 +11,6 @@
 namespace lum::decoding {
 namespace {
 
-constexpr std::size_t kMaxQuoted = 60;
-
 bool IsBlank(char ch) { return ch == ' ' || ch == '\t' || ch == '\n' || ch == '\r'; }
 bool IsDigit(char ch) { return ch >= '0' && ch <= '9'; }
 bool IsNameStart(char ch) {
@@ -71,17 +69,6 @@ int HexDigitAt(std::string_view text, std::size_t place) {
 }
 
 }  // namespace
-
-std::string QuotedPart(std::string_view text) {
-  if (text.size() <= kMaxQuoted) {
-    return Quoted(FromUtf8(text));
-  }
-  std::size_t end = kMaxQuoted;
-  while (end > 0 && IsContinuation(text[end])) {
-    --end;
-  }
-  return Quoted(FromUtf8(text.substr(0, end)) + L"\u2026");
-}
 
 FormulaToken CFormulaLexer::Next() {
   while (m_place < m_text.size() && IsBlank(m_text[m_place])) {

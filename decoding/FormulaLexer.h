@@ -41,9 +41,6 @@ struct FormulaFault {
   std::string suggestion;
 };
 
-/// A part of a formula as messages quote it: printable, and cut where it is long.
-std::string QuotedPart(std::string_view text);
-
 class CFormulaLexer {
  public:
   /// The text must outlive the lexer and its tokens.

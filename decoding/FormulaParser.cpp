@@ -1,4 +1,5 @@
 #include "decoding/FormulaParser.h"
+#include "decoding/Utf8Text.h"
 
 #include <cmath>
 #include <optional>

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "decoding/ProfileColumns.h"
+#include "decoding/Utf8Text.h"
 
 namespace lum::decoding {
 namespace {

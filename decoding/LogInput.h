@@ -1,6 +1,7 @@
 // The bytes of a log: a file or standard input, as they are or gzip-compressed (RFC 1952).
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -26,6 +27,10 @@ class CLogInput {
   /// Leaves out the next `count` bytes, as they are after decompression: by seeking where that
   /// goes, else by reading. False when the input ends before. Call it before the first Read.
   bool Skip(std::uint64_t count);
+
+  /// A wait for bytes that a signal breaks off ends the input once the flag is set; without a flag
+  /// it goes on. The flag must outlive the input.
+  void EndWhen(const std::atomic<bool>& isInterrupted);
 
   /// Known from the start for files, after the first Read or Skip for pipes.
   bool IsCompressed() const;

@@ -7,6 +7,7 @@
 #include "decoding/ProfileMatch.h"
 #include "decoding/ProfileNumbers.h"
 #include "decoding/ProfileSentinels.h"
+#include "decoding/Utf8Text.h"
 
 namespace lum::decoding {
 namespace {

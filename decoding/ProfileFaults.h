@@ -24,8 +24,6 @@ struct PlacedText {
 
 /// How many characters a text of UTF-8 has.
 int CharacterCount(std::string_view text);
-/// The text in single quotes for people, cut when it is long, control characters escaped.
-std::string QuotedPart(std::string_view text);
 /// The known word that was probably meant, or nothing.
 std::string Nearest(std::string_view text, std::span<const std::string_view> known);
 

@@ -5,6 +5,7 @@
 
 #include "decoding/FormulaInputs.h"
 #include "decoding/ProfileNumbers.h"
+#include "decoding/Utf8Text.h"
 
 namespace lum::decoding {
 namespace {

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "decoding/NumberLiteral.h"
+#include "decoding/Utf8Text.h"
 
 namespace lum::decoding {
 namespace {

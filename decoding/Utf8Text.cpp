@@ -67,4 +67,16 @@ std::string Quoted(const CString& text) {
   return quoted;
 }
 
+std::string QuotedPart(std::string_view text) {
+  constexpr std::size_t kMaxQuoted = 60;
+  if (text.size() <= kMaxQuoted) {
+    return Quoted(FromUtf8(text));
+  }
+  std::size_t end = kMaxQuoted;
+  while (end > 0 && IsContinuation(text[end])) {
+    --end;
+  }
+  return Quoted(FromUtf8(text.substr(0, end)) + L"\u2026");
+}
+
 }  // namespace lum::decoding

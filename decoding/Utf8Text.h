@@ -27,5 +27,7 @@ CString FromUtf8(std::string_view text);
 std::string Printable(const CString& text);
 /// Printable in single quotes, for messages.
 std::string Quoted(const CString& text);
+/// The same of UTF-8, cut where it is long.
+std::string QuotedPart(std::string_view text);
 
 }  // namespace lum::decoding

@@ -45,6 +45,11 @@ const COption& COption::AnyNumber() const {
   return *this;
 }
 
+const COption& COption::OneEach() const {
+  m_option->allow_extra_args(false);
+  return *this;
+}
+
 bool COption::IsGiven() const { return m_option->count() > 0; }
 
 CCommand CCommand::Subcommand(const char* name, const char* description) const {

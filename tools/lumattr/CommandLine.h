@@ -33,6 +33,8 @@ class COption {
   const COption& OneOf(std::initializer_list<const char*> words) const;
   /// Also none at all.
   const COption& AnyNumber() const;
+  /// One value each time the option is given: what follows is none of them.
+  const COption& OneEach() const;
 
   /// Whether the command line or the environment has it.
   bool IsGiven() const;

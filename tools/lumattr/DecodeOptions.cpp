@@ -62,8 +62,8 @@ Profile ProfileOf(const DecodeOptions& options, ToolContext& context) {
     Refuse(options, faults, context);
   }
   profile.reader.allowMissingChecksum |= options.allowMissingChecksum;
-  if (CAttribDefMap* definitions = LoadDefinitions(options.definitions, context)) {
-    decoding::ApplyDisplayNames(profile, *definitions);
+  if (LoadDefinitions(options.definitions, context)) {
+    decoding::ApplyDisplayNames(profile, CAttribDefMap::GetAttribDefMap());
   }
   return profile;
 }
