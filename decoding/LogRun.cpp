@@ -53,6 +53,10 @@ std::uint64_t SkipTo(CLogInput& input, std::uint64_t offset) {
 
 }  // namespace
 
+LogFormat FitFormat(LogFormat detected, const Profile& profile) {
+  return detected == LogFormat::Candump && NeedsJ1939(profile) ? LogFormat::J1939 : detected;
+}
+
 CLogRun::CLogRun(CLogInput& input, const Profile& profile, const LogRunOptions& options)
     : m_isInterrupted(options.isInterrupted),
       m_lines(input, SkipTo(input, FirstOffset(options))),
@@ -75,8 +79,7 @@ LogFormat CLogRun::ChooseFormat(const Profile& profile, const LogRunOptions& opt
   for (const StoredLine& stored : m_sample) {
     lines.push_back(stored.text);
   }
-  const LogFormat format = DetectLogFormat(lines);
-  return format == LogFormat::Candump && NeedsJ1939(profile) ? LogFormat::J1939 : format;
+  return FitFormat(DetectLogFormat(lines), profile);
 }
 
 /// The first lines, to be taken again. A live log that has said something is not waited for.
