@@ -21,6 +21,7 @@ void AddExplainCommand(const CCommand& app, ToolContext& context);
 void AddGetCommand(const CCommand& app, ToolContext& context);
 void AddMergeCommand(const CCommand& app, ToolContext& context);
 void AddNamesCommand(const CCommand& app, ToolContext& context);
+void AddPlotCommand(const CCommand& app, ToolContext& context);
 void AddRestoreCommand(const CCommand& app, ToolContext& context);
 void AddSetCommand(const CCommand& app, ToolContext& context);
 void AddShowCommand(const CCommand& app, ToolContext& context);

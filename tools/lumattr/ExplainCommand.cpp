@@ -342,8 +342,10 @@ class CExplanation {
       const bool isOne = std::find(matches.begin(), matches.end(), i) != matches.end();
       if (isOne || matches.empty()) {
         const MessageRule& message = m_profile.messages[i];
-        m_report.Text("");
-        m_report.Line("message", Shown(message.name) + (isOne ? "" : ": no"));
+        if (!message.name.empty()) {
+          m_report.Text("");
+          m_report.Line("message", Shown(message.name) + (isOne ? "" : ": no"));
+        }
         ReportMatch(message, record, m_report);
       }
       if (isOne) {

@@ -33,6 +33,7 @@ int main(int argc, char** argv) {
     lum::tool::AddGetCommand(app, context);
     lum::tool::AddMergeCommand(app, context);
     lum::tool::AddNamesCommand(app, context);
+    lum::tool::AddPlotCommand(app, context);
     lum::tool::AddRestoreCommand(app, context);
     lum::tool::AddSetCommand(app, context);
     lum::tool::AddShowCommand(app, context);
