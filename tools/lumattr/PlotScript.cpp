@@ -11,6 +11,8 @@ namespace {
 
 /// Time stamps beyond it (March 1973) count from 1970, smaller ones from a start of their own.
 constexpr double kLeastDate = 1e8;
+/// Shorter drawings need parts of seconds at their axis.
+constexpr double kShortSpan = 10.0;
 constexpr int kWidth = 1200;
 constexpr int kPanelHeight = 260;
 constexpr int kFrameHeight = 90;
@@ -85,8 +87,9 @@ void AppendData(std::string& text, const PlotCurve& curve, std::size_t number) {
 
 std::string AxisCommands(const PlotLayout& layout, const Span& span) {
   if (layout.hasTime && span.first >= kLeastDate) {
-    return "set xdata time\nset timefmt '%s'\n"
-           "set format x \"%H:%M:%S\\n%Y-%m-%d\"\nlabel = 'time (UTC)'\n";
+    const bool isShort = span.last - span.first < kShortSpan;
+    return std::string("set xdata time\nset timefmt '%s'\nlabel = 'time (UTC)'\nset format x ") +
+           (isShort ? "\"%H:%M:%.3S\\n%Y-%m-%d\"\n" : "\"%H:%M:%S\\n%Y-%m-%d\"\n");
   }
   return std::string("label = ") + (layout.hasTime ? "'time (s)'" : "'line'") + "\n";
 }
@@ -135,7 +138,7 @@ std::string PlotScript(const std::vector<PlotCurve>& curves, const PlotLayout& l
                      std::string(layout.isPng ? "pngcairo" : "svg dynamic background 'white'") +
                      " noenhanced size " + size + "\nset output " + Literal(output) + "\n";
   text +=
-      "set encoding utf8\nset grid\nset key outside right top\nset lmargin 12\nset rmargin 30\n";
+      "set encoding utf8\nset grid\nset key outside right top\nset lmargin 12\nset rmargin 26\n";
   std::size_t number = 0;
   for (const Panel& panel : panels) {
     for (const PlotCurve* curve : panel) {
