@@ -12,6 +12,9 @@
 
 namespace lum::decoding {
 
+/// How tightly a sign binds what stands on both its sides.
+int FormulaPrecedence(TokenKind sign);
+
 /// Reads from left to right with stacks of its own: what waits for its right side, and what has
 /// been read. A step is written as soon as its arguments are there, so steps stand in the order of
 /// the text.
