@@ -66,7 +66,6 @@ class CFormulaInputs {
   /// Makes all inputs missing.
   void Clear() {
     m_set = 0;
-    m_made = 0;
     SetFields({});
   }
   /// Precondition: InputTable() says that the input is a text.
