@@ -55,9 +55,9 @@ inline std::string Describe(const decoding::LogRecord& record) {
   }
   std::string fields;
   for (const std::string_view field : record.fields) {
-    fields += (fields.empty() ? "" : "|") + std::string(field);
+    fields += "|" + std::string(field);
   }
-  return text + " [" + fields + "]";
+  return text + " [" + fields.substr(fields.empty() ? 0 : 1) + "]";
 }
 
 /// "column 5: reason"; with the line when it is another than the one that was taken.
