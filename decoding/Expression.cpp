@@ -1,7 +1,7 @@
 #include "decoding/Expression.h"
 
 #include <algorithm>
-#include <limits>
+#include <span>
 #include <utility>
 
 #include "decoding/FormulaParser.h"
@@ -11,50 +11,55 @@
 namespace lum::decoding {
 namespace {
 
-double NumberOf(const CLumType& value) {
-  double number = 0.0;
-  static_cast<const CLumDouble&>(value).CLumDouble::GetDouble(number);
-  return number;
-}
-
 AbsenceReason ReasonOf(InputState state) {
   return state == InputState::Missing ? AbsenceReason::MissingInput : AbsenceReason::EmptyInput;
 }
 
-AbsenceReason Load(const FormulaStep& step, CFormulaInputs& inputs) {
-  const bool isField = step.kind == StepKind::Field;
-  const auto input = static_cast<Input>(step.place);
-  const InputState state = isField ? inputs.FieldState(step.place) : inputs.State(input);
+AbsenceReason LoadField(const FormulaStep& step, CFormulaInputs& inputs) {
+  const InputState state = inputs.FieldState(step.place);
   if (state != InputState::Present) {
     return ReasonOf(state);
   }
-  *step.taker = isField ? &inputs.Field(step.place) : &inputs.Value(input);
+  *step.taker = &inputs.Field(step.place);
+  return AbsenceReason::None;
+}
+
+AbsenceReason LoadInput(FormulaStep& step, CFormulaInputs& inputs) {
+  const auto input = static_cast<Input>(step.place);
+  const InputState state = inputs.State(input);
+  if (state != InputState::Present) {
+    return ReasonOf(state);
+  }
+  if (!CFormulaInputs::IsText(input)) {
+    step.number = inputs.ReadNumber(input);
+  }
+  if (step.taker != nullptr) {
+    *step.taker = &inputs.Value(input);
+  }
   return AbsenceReason::None;
 }
 
 AbsenceReason Call(FormulaStep& step) {
   step.result.CLumDouble::SetDouble(0.0);
   const std::span arguments(step.arguments.data(), step.argumentCount);
-  return step.operation->call(step.result, arguments, step.lenient) != 0 ? AbsenceReason::None
-                                                                         : AbsenceReason::NoValue;
+  const int code = step.operation->call(step.result, arguments, step.lenient);
+  step.result.CLumDouble::GetDouble(step.number);
+  return code != 0 ? AbsenceReason::None : AbsenceReason::NoValue;
 }
 
-// Arguments of arithmetic are of the double kind: constants, number inputs and results.
 double Compute(const FormulaStep& step) {
-  const double first = NumberOf(*step.arguments[0]);
-  if (step.kind == StepKind::Negate) {
-    return -first;
-  }
-  const double second = NumberOf(*step.arguments[1]);
+  const double first = *step.numbers[0];
   switch (step.kind) {
     case StepKind::Add:
-      return first + second;
+      return first + *step.numbers[1];
     case StepKind::Subtract:
-      return first - second;
+      return first - *step.numbers[1];
     case StepKind::Multiply:
-      return first * second;
+      return first * *step.numbers[1];
+    case StepKind::Divide:
+      return first / *step.numbers[1];
     default:
-      return first / second;
+      return -first;
   }
 }
 
@@ -79,26 +84,23 @@ ExpressionError ErrorAt(std::string_view text, const FormulaFault& fault) {
 AbsenceReason TakeStep(FormulaStep& step, CFormulaInputs& inputs) {
   switch (step.kind) {
     case StepKind::Input:
+      return LoadInput(step, inputs);
     case StepKind::Field:
-      return Load(step, inputs);
+      return LoadField(step, inputs);
     case StepKind::Constant:
       return AbsenceReason::None;
     case StepKind::CallOnCopy:
-      step.copy.CLumDouble::SetDouble(NumberOf(*step.arguments[1]));
+      step.copy.CLumDouble::SetDouble(*step.numbers[0]);
       return Call(step);
     case StepKind::Call:
       return Call(step);
     default:
-      step.result.CLumDouble::SetDouble(Compute(step));
+      step.number = Compute(step);
+      if (step.isTakenByCall) {
+        step.result.CLumDouble::SetDouble(step.number);
+      }
       return AbsenceReason::None;
   }
-}
-
-double ResultOf(const FormulaStep& step) {
-  double number = std::numeric_limits<double>::quiet_NaN();
-  const CLumType* value = step.IsLoad() ? *step.taker : &step.result;
-  value->GetDouble(number);
-  return number;
 }
 
 // ---- Compilation
@@ -143,7 +145,7 @@ Evaluation CExpression::Evaluate(CFormulaInputs& inputs) const {
     ++evaluation.step;
   }
   evaluation.step = 0;
-  evaluation.value = ResultOf(m_program->steps.back());
+  evaluation.value = m_program->steps.back().number;
   return evaluation;
 }
 

@@ -1,6 +1,7 @@
 #include "decoding/FormulaParser.h"
 
 #include <cmath>
+#include <limits>
 #include <optional>
 
 #include "decoding/FormulaNames.h"
@@ -34,6 +35,7 @@ FormulaStep LoadStep(StepKind kind, std::uint8_t place) {
   FormulaStep step;
   step.kind = kind;
   step.place = place;
+  step.number = std::numeric_limits<double>::quiet_NaN();
   return step;
 }
 
@@ -302,8 +304,11 @@ void CFormulaParser::Pop() {
 }
 
 void CFormulaParser::PushNumber(double number, std::size_t begin) {
-  CLumType* constant = &m_program.numbers.emplace_back(number);
-  m_operands.push_back({.constant = constant, .begin = begin, .end = m_token.End()});
+  FormulaConstant& constant = m_program.numbers.emplace_back(number);
+  m_operands.push_back({.constant = &constant.value,
+                        .number = &constant.number,
+                        .begin = begin,
+                        .end = m_token.End()});
   m_wantsValue = false;
   Advance();
 }
@@ -395,7 +400,11 @@ void CFormulaParser::MakeNumber() {
 CFormulaParser::Operand CFormulaParser::Emit(FormulaStep step, std::size_t firstOperand) {
   for (std::size_t i = 0; i < step.argumentCount; ++i) {
     const Operand& operand = m_operands[firstOperand + i];
-    step.Argument(i) = operand.constant;
+    if (step.kind == StepKind::Call) {
+      step.arguments[i] = operand.constant;
+    } else {
+      step.numbers[i] = operand.number;
+    }
     step.sources[i] = operand.step;
   }
   m_operands.resize(firstOperand);
@@ -406,9 +415,7 @@ CFormulaParser::Operand CFormulaParser::Emit(FormulaStep step, std::size_t first
 
 void CFormulaParser::EmitConstant(const Operand& operand) {
   FormulaStep step;
-  double number = 0.0;
-  operand.constant->GetDouble(number);
-  step.result.SetDouble(number);
+  step.number = *operand.number;
   step.begin = operand.begin;
   step.end = operand.end;
   m_program.steps.push_back(step);

@@ -29,6 +29,7 @@ class CFormulaParser {
     bool isText = false;
     std::uint32_t step = FormulaStep::kNoStep;
     CLumType* constant = nullptr;
+    const double* number = nullptr;  ///< Of a constant that is one.
     std::size_t begin = 0;
     std::size_t end = 0;
   };
