@@ -10,31 +10,13 @@
 namespace lum::decoding {
 namespace {
 
-constexpr int kLongestQuote = 60;
-
-bool IsBlank(char ch) { return ch == ' ' || ch == '\t'; }
-
-bool BeginsCharacter(char byte) { return !IsContinuation(byte); }
-
-// The bytes of the first so many characters.
-std::size_t BytesOf(std::string_view text, int characters) {
-  std::size_t bytes = 0;
-  while (bytes < text.size() && (characters > 0 || !BeginsCharacter(text[bytes]))) {
-    characters -= BeginsCharacter(text[bytes]) ? 1 : 0;
-    ++bytes;
-  }
-  return bytes;
-}
+bool IsBlankOfValue(char ch) { return ch == ' ' || ch == '\t'; }
 
 }  // namespace
 
 int CharacterCount(std::string_view text) {
-  return static_cast<int>(std::count_if(text.begin(), text.end(), BeginsCharacter));
-}
-
-std::string QuotedPart(std::string_view text) {
-  const std::size_t shown = BytesOf(text, kLongestQuote);
-  return Quoted(FromUtf8(text.substr(0, shown))) + (shown < text.size() ? "..." : "");
+  return static_cast<int>(text.size()) -
+         static_cast<int>(std::count_if(text.begin(), text.end(), IsContinuation));
 }
 
 std::string Nearest(std::string_view text, std::span<const std::string_view> known) {
@@ -50,9 +32,9 @@ PlacedText PlacedText::From(std::size_t bytes) const {
 }
 
 PlacedText PlacedText::WithoutBlanks() const {
-  const auto first = std::find_if_not(text.begin(), text.end(), IsBlank);
+  const auto first = std::find_if_not(text.begin(), text.end(), IsBlankOfValue);
   PlacedText trimmed = From(static_cast<std::size_t>(first - text.begin()));
-  while (!trimmed.text.empty() && IsBlank(trimmed.text.back())) {
+  while (!trimmed.text.empty() && IsBlankOfValue(trimmed.text.back())) {
     trimmed.text.remove_suffix(1);
   }
   return trimmed;
