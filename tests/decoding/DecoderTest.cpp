@@ -137,7 +137,7 @@ TEST(DecoderMatch, AgreesWithTheConditionsOfRandomRecords) {
     for (int i = 0; i < 200; ++i) {
       LogRecord record = maker.Make([&random](std::size_t count) { return random() % count; });
       if (random() % 4 == 0) {
-        record.bus.pgn = random() % 3;
+        record.bus.pgn = static_cast<std::uint32_t>(random() % 3);
         record.bus.source = static_cast<std::uint8_t>(random() % 3);
         record.bus.destination = static_cast<std::uint8_t>(0xFF - random() % 3);
         record.bus.priority = static_cast<std::uint8_t>(random() % 2);
