@@ -20,20 +20,21 @@ bool CCanFrame::Convert(std::string_view digits, Digits& upper,
     std::copy(digits.begin(), digits.end(), text.begin());
   }
   std::array<std::uint8_t, kDigits> values;
-  std::uint8_t wrong = 0;
+  std::uint8_t right = 1;
   for (std::size_t i = 0; i < kDigits; ++i) {
     const auto c = static_cast<std::uint8_t>(text[i]);
-    const auto letter = static_cast<std::uint8_t>(c & 0xDFU);
-    const bool isDecimal = c >= '0' && c <= '9';
-    const bool isLetter = letter >= 'A' && letter <= 'F';
-    wrong = static_cast<std::uint8_t>(wrong | (isDecimal || isLetter ? 0U : 1U));
-    upper[i] = static_cast<char>(isDecimal ? c : letter);
-    values[i] = static_cast<std::uint8_t>((c & 0xFU) + (isDecimal ? 0U : 9U));
+    const auto decimal = static_cast<std::uint8_t>(c - '0');
+    const auto letter = static_cast<std::uint8_t>((c | 0x20) - 'a');
+    const std::uint8_t isDecimal = decimal < 10 ? 1 : 0;
+    const std::uint8_t isLetter = letter < 6 ? 1 : 0;
+    right = static_cast<std::uint8_t>(right & (isDecimal | isLetter));
+    upper[i] = static_cast<char>(c & ~(isLetter << 5));
+    values[i] = isLetter != 0 ? static_cast<std::uint8_t>(letter + 10) : decimal;
   }
   for (std::size_t i = 0; i < kMaxCanBytes; ++i) {
-    bytes[i] = static_cast<std::uint8_t>((values[2 * i] & 0xFU) << 4 | (values[2 * i + 1] & 0xFU));
+    bytes[i] = static_cast<std::uint8_t>(values[2 * i] << 4 | values[2 * i + 1]);
   }
-  return wrong == 0;
+  return right != 0;
 }
 
 bool CCanFrame::TakeId(std::string_view digits) {

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+#include <utility>
 
 namespace lum::decoding::detail {
 
@@ -36,8 +37,8 @@ inline constexpr std::string_view kUpperDigits = "0123456789ABCDEF";
 
 /// Writes the low digits of a number, upper case.
 inline void WriteHex(std::uint32_t number, std::size_t count, char* to) {
-  for (std::size_t i = count; i-- > 0; number >>= 4) {
-    to[i] = kUpperDigits[number & 0xF];
+  for (std::size_t i = count; i > 0; --i, number >>= 4) {
+    to[i - 1] = kUpperDigits[number & 0xF];
   }
 }
 
@@ -62,19 +63,20 @@ class CLogCursor {
   }
   /// True when there was one at least.
   bool TakeBlanks() {
-    const std::size_t start = m_place;
-    while (!IsAtEnd() && IsSpaceOrTab(m_line[m_place])) {
-      ++m_place;
+    std::size_t place = m_place;
+    while (place < m_line.size() && IsSpaceOrTab(m_line[place])) {
+      ++place;
     }
-    return m_place != start;
+    return std::exchange(m_place, place) != place;
   }
   /// The characters up to the next blank or the end.
   std::string_view TakeWord() {
-    const std::size_t start = m_place;
-    while (!IsAtEnd() && !IsSpaceOrTab(m_line[m_place])) {
-      ++m_place;
+    std::size_t place = m_place;
+    while (place < m_line.size() && !IsSpaceOrTab(m_line[place])) {
+      ++place;
     }
-    return m_line.substr(start, m_place - start);
+    const std::size_t start = std::exchange(m_place, place);
+    return m_line.substr(start, place - start);
   }
 
  private:

@@ -2,6 +2,7 @@
 // exact doubles, so it is the nearest double; a longer one is left to the standard library.
 #include "decoding/TimeStamp.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstdint>
@@ -12,10 +13,10 @@ namespace {
 
 /// Any number of so many digits fits 64 bits.
 constexpr std::size_t kMaxCountedDigits = 18;
-constexpr std::uint64_t kMaxExactNumber = std::uint64_t{1} << 53;
+constexpr std::int64_t kMaxExactNumber = std::int64_t{1} << 53;
 
-constexpr std::array<std::uint64_t, kMaxCountedDigits + 1> kPowersOfTen = [] {
-  std::array<std::uint64_t, kMaxCountedDigits + 1> powers{1};
+constexpr std::array<std::int64_t, kMaxCountedDigits + 1> kPowersOfTen = [] {
+  std::array<std::int64_t, kMaxCountedDigits + 1> powers{1};
   for (std::size_t i = 1; i < powers.size(); ++i) {
     powers[i] = powers[i - 1] * 10;
   }
@@ -23,39 +24,36 @@ constexpr std::array<std::uint64_t, kMaxCountedDigits + 1> kPowersOfTen = [] {
 }();
 
 struct StampDigits {
-  std::uint64_t number = 0;  ///< Of the first kMaxCountedDigits.
-  std::size_t count = 0;     ///< Of all.
+  std::int64_t number = 0;  ///< Of the first kMaxCountedDigits.
+  std::size_t count = 0;    ///< Of all.
 };
 
 StampDigits CountDigits(std::string_view text) {
   StampDigits digits;
-  while (digits.count < text.size() && IsDecimalDigit(text[digits.count])) {
-    if (digits.count < kMaxCountedDigits) {
-      digits.number = digits.number * 10 + static_cast<std::uint64_t>(text[digits.count] - '0');
-    }
-    ++digits.count;
+  const char* place = text.data();
+  const char* const end = place + text.size();
+  const char* const lastCounted = place + std::min(text.size(), kMaxCountedDigits);
+  for (; place != lastCounted && IsDecimalDigit(*place); ++place) {
+    digits.number = digits.number * 10 + (*place & 0xF);
   }
+  while (place != end && IsDecimalDigit(*place)) {
+    ++place;
+  }
+  digits.count = static_cast<std::size_t>(place - text.data());
   return digits;
 }
 
-std::optional<double> ReadLongNumber(std::string_view text) {
+/// A number of any length, by the standard library.
+std::optional<double> TakeLongNumber(CLogCursor& cursor, std::size_t length) {
+  const std::string_view text = cursor.Rest().substr(0, length);
   double seconds = 0.0;
   const auto [end, error] =
       std::from_chars(text.data(), text.data() + text.size(), seconds, std::chars_format::fixed);
-  const bool isWhole = error == std::errc() && end == text.data() + text.size();
-  return isWhole ? std::optional<double>(seconds) : std::nullopt;
-}
-
-/// The digits before and behind the point, which are `text`.
-std::optional<double> JoinNumber(StampDigits whole, StampDigits fraction, std::string_view text) {
-  if (whole.count + fraction.count <= kMaxCountedDigits) {
-    const std::uint64_t scale = kPowersOfTen[fraction.count];
-    const std::uint64_t joined = whole.number * scale + fraction.number;
-    if (joined <= kMaxExactNumber) {
-      return static_cast<double>(joined) / static_cast<double>(scale);
-    }
+  if (error != std::errc() || end != text.data() + text.size()) {
+    return std::nullopt;
   }
-  return ReadLongNumber(text);
+  cursor.MoveTo(cursor.Place() + length);
+  return seconds;
 }
 
 /// Exactly `count` digits.
@@ -188,11 +186,15 @@ std::optional<double> TakeSeconds(CLogCursor& cursor) {
     }
     length += 1 + fraction.count;
   }
-  const std::optional<double> seconds = JoinNumber(whole, fraction, text.substr(0, length));
-  if (seconds) {
-    cursor.MoveTo(cursor.Place() + length);
+  if (whole.count + fraction.count <= kMaxCountedDigits) {
+    const std::int64_t scale = kPowersOfTen[fraction.count];
+    const std::int64_t joined = whole.number * scale + fraction.number;
+    if (joined <= kMaxExactNumber) {
+      cursor.MoveTo(cursor.Place() + length);
+      return static_cast<double>(joined) / static_cast<double>(scale);
+    }
   }
-  return seconds;
+  return TakeLongNumber(cursor, length);
 }
 
 std::optional<double> TakeCivilTime(CLogCursor& cursor) {
