@@ -39,7 +39,7 @@ AbsenceReason LoadInput(FormulaStep& step, CFormulaInputs& inputs) {
   return AbsenceReason::None;
 }
 
-AbsenceReason Call(FormulaStep& step) {
+AbsenceReason CallOperation(FormulaStep& step) {
   step.result.CLumDouble::SetDouble(0.0);
   const std::span arguments(step.arguments.data(), step.argumentCount);
   const int code = step.operation->call(step.result, arguments, step.lenient);
@@ -64,13 +64,15 @@ double Compute(const FormulaStep& step) {
 }
 
 ExpressionError ErrorAt(std::string_view text, const FormulaFault& fault) {
-  ExpressionError error;
   const std::string_view before = text.substr(0, fault.place);
-  const std::size_t lineStart = before.rfind('\n') + 1;
-  const std::string_view line = before.substr(lineStart);
+  const std::size_t lastBreak = before.rfind('\n');
+  const std::string_view line =
+      lastBreak == std::string_view::npos ? before : before.substr(lastBreak + 1);
+  const auto characters =
+      std::count_if(line.begin(), line.end(), [](char byte) { return !IsContinuation(byte); });
+  ExpressionError error;
   error.line = 1 + static_cast<int>(std::count(before.begin(), before.end(), '\n'));
-  error.column = 1 + static_cast<int>(line.size() - static_cast<std::size_t>(std::count_if(
-                                                        line.begin(), line.end(), IsContinuation)));
+  error.column = 1 + static_cast<int>(characters);
   error.found = fault.found;
   error.expected = fault.expected;
   error.suggestion = fault.suggestion;
@@ -91,9 +93,9 @@ AbsenceReason TakeStep(FormulaStep& step, CFormulaInputs& inputs) {
       return AbsenceReason::None;
     case StepKind::CallOnCopy:
       step.copy.CLumDouble::SetDouble(*step.numbers[0]);
-      return Call(step);
+      return CallOperation(step);
     case StepKind::Call:
-      return Call(step);
+      return CallOperation(step);
     default:
       step.number = Compute(step);
       if (step.isTakenByCall) {
