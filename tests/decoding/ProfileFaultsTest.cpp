@@ -251,7 +251,8 @@ TEST(ProfileFaults, AreQuotedShortAndHarmless) {
   const std::vector<std::string> faults =
       FaultsOf(kMessage + kColumn + "\x1B[31m" + std::string(100, 'y') + "=1\n");
   ASSERT_EQ(faults.size(), 1u);
-  EXPECT_THAT(faults[0], HasSubstr("unknown key '\\x1b[31m" + std::string(55, 'y') + "\xE2\x80\xA6' |"));
+  EXPECT_THAT(faults[0],
+              HasSubstr("unknown key '\\x1b[31m" + std::string(55, 'y') + "\xE2\x80\xA6' |"));
   EXPECT_EQ(faults[0].find('\x1B'), std::string::npos);
 }
 
