@@ -1,6 +1,7 @@
 // The parser's two stacks: what waits for its right side, and what has a value already.
 #include "decoding/FormulaNames.h"
 #include "decoding/FormulaParser.h"
+#include "decoding/Utf8Text.h"
 
 namespace lum::decoding {
 namespace {

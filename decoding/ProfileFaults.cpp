@@ -10,23 +10,13 @@
 namespace lum::decoding {
 namespace {
 
-<<<<<<< HEAD
-bool IsBlank(char ch) { return ch == ' ' || ch == '\t'; }
-
-bool BeginsCharacter(char byte) { return !IsContinuation(byte); }
-=======
 bool IsBlankOfValue(char ch) { return ch == ' ' || ch == '\t'; }
->>>>>>> h7-profile
 
 }  // namespace
 
 int CharacterCount(std::string_view text) {
-<<<<<<< HEAD
-  return static_cast<int>(std::count_if(text.begin(), text.end(), BeginsCharacter));
-=======
   return static_cast<int>(text.size()) -
          static_cast<int>(std::count_if(text.begin(), text.end(), IsContinuation));
->>>>>>> h7-profile
 }
 
 std::string Nearest(std::string_view text, std::span<const std::string_view> known) {

@@ -1,7 +1,6 @@
 // The eval command against the same call as a formula: both have a value or none, and the same one.
 #include <gtest/gtest.h>
 
-#include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 #include <sstream>
 #include <string>
@@ -69,7 +68,7 @@ ToolAnswer RunEval(std::vector<std::string> words) {
   std::ostringstream err;
   ToolContext context{out, err};
   EvalLine line = SplitEvalLine(static_cast<int>(argv.size()), argv.data());
-  const auto addCommand = [&context, &line](CLI::App& app) {
+  const auto addCommand = [&context, &line](const CCommand& app) {
     AddEvalCommand(app, context, line.words);
   };
   const int exitCode =
