@@ -122,7 +122,8 @@ class CJsonRows : public CRowWriter {
   CJsonRows(const Profile& profile, const RowLayout& layout) : m_layout(layout) {
     for (const MessageRule& message : profile.messages) {
       CMessage& texts = m_messages.emplace_back();
-      texts.start = ",\"message\":" + JsonText(message.name) + ",\"values\":{";
+      texts.start = message.name.empty() ? "" : ",\"message\":" + JsonText(message.name);
+      texts.start += ",\"values\":{";
       for (const ColumnRule& column : message.columns) {
         texts.keys.push_back((texts.keys.empty() ? "" : ",") + JsonText(column.name) + ":");
       }
