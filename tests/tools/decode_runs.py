@@ -164,6 +164,17 @@ class DecodeRun(unittest.TestCase):
             self.assertEqual(process.stdout.read(), b"2,,2\r\n")
         self.assertEqual(process.returncode, 0)
 
+    def test_logs_that_an_interruption_left_out_are_told(self):
+        self.need_posix("Ctrl-C")
+        log = self.write("a.log", b"".join(b"%d\n" % i for i in range(60_000)))
+        with start("-f", "x=field(0)", "--csv", log, log, log) as process:
+            os.read(process.stdout.fileno(), 4096)
+            process.send_signal(signal.SIGINT)
+            process.stdout.read()
+            err = process.stderr.read()
+        self.assertEqual(process.returncode, 130)
+        self.assertTrue(err.endswith(b"\nlumattr: 2 logs were not read\n"), err)
+
     def interrupt_after_first_rows(self, arguments):
         """The pipe is full when the signal comes, so the run is in the middle of its log."""
         with start(*arguments, stdin=subprocess.DEVNULL) as process:
@@ -221,6 +232,9 @@ class DecodeRun(unittest.TestCase):
             code, out, err = run("-f", "x=field(0)", "--csv", "--resume-from", 99_998 * 61, log)
             self.assertEqual(code, 0, err)
             self.assertEqual(rows_of(out), b"99999,,99998\r\n100000,,99999\r\n")
+            _, piped, _ = run("-f", "x=field(0)", "--csv", "--resume-from", 99_998 * 61, "-",
+                              log=content)
+            self.assertEqual(piped, out)
 
     def test_half_a_compressed_log_gives_its_rows_and_then_an_error(self):
         text = b"".join(b"%d\n" % (i * i) for i in range(40_000))

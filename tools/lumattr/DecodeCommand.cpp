@@ -104,10 +104,12 @@ class CDecodeCommand {
     if (!m_options.stats) {
       m_writer->AppendTitles(m_rows);
     }
-    for (const std::string& file : m_options.files) {
-      if (!m_isInterrupted && !m_isStopped) {
-        TryFile(file);
-      }
+    std::size_t unread = m_options.files.size();
+    for (; unread > 0 && !m_isInterrupted && !m_isStopped; --unread) {
+      TryFile(m_options.files[m_options.files.size() - unread]);
+    }
+    if (unread > 0) {
+      m_context.err << "lumattr: " << Counted(unread, "log was", "logs were") << " not read\n";
     }
     if (m_options.stats && m_hasRead) {
       m_statistics.Print(Format(), m_context);
@@ -165,7 +167,7 @@ class CDecodeCommand {
       for (const std::size_t message : run.Matches()) {
         TakeRow(run.Decode(message));
       }
-      if (m_rows.size() >= kOutputBytes || (!m_rows.empty() && !run.HasBuffered())) {
+      if (!m_rows.empty() && !run.HasBuffered()) {
         HandOn();
       }
       m_progress.Show(input.BytesTaken(), input.Size());
@@ -180,6 +182,9 @@ class CDecodeCommand {
       m_statistics.Add(row);
     } else {
       m_writer->AppendRow(m_rows, row);
+    }
+    if (m_rows.size() >= kOutputBytes) {  // A line may give thousands of rows.
+      HandOn();
     }
   }
 
