@@ -5,7 +5,7 @@
 	bench-programs format clean configure
 
 BUILD := cmake --build --preset release
-BENCHMARKS := $(addprefix build/release/benchmarks/lum_bench_,texts decoders trees memory loading)
+BENCHMARKS := $(addprefix build/release/benchmarks/lum_bench_,texts decoders logs trees memory loading)
 
 configure:
 	@scripts/bootstrap build

@@ -111,7 +111,7 @@ bool CCandumpReader::TakeDigits(std::string_view digits, std::size_t column) {
 
 // ---- Compact
 
-bool CCandumpReader::TakeCompact(CLogCursor& cursor, std::size_t mark, LogRecord& record) {
+bool CCandumpReader::TakeCompact(const CLogCursor& cursor, std::size_t mark, LogRecord& record) {
   const std::string_view rest = cursor.Rest();
   if (!TakeId(rest.substr(0, mark), cursor.Column())) {
     return false;

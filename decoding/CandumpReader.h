@@ -20,7 +20,7 @@ class CCandumpReader final : public CLogReader {
   bool TakeId(std::string_view digits, std::size_t column);
   bool TakeDigits(std::string_view digits, std::size_t column);
 
-  bool TakeCompact(CLogCursor& cursor, std::size_t mark, LogRecord& record);
+  bool TakeCompact(const CLogCursor& cursor, std::size_t mark, LogRecord& record);
   bool TakeCompactData(std::string_view data, std::size_t column, LogRecord& record);
   bool TakeCompactRemote(std::string_view rest, std::size_t column, LogRecord& record);
   bool TakeCompactFd(std::string_view rest, std::size_t column, LogRecord& record);

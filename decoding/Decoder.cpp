@@ -31,11 +31,15 @@ bool UsesPart(const Profile& profile, Part part) {
   return AnyTerm(profile, [part](const MatchTerm& term) { return term.part == part; });
 }
 
+/// Zeros follow; the length stands in another word, since a text can end with them.
 void PutText(std::string_view text, std::size_t word, MatchKey& key) {
-  std::memcpy(&key.words[word], text.data(), text.size());
+  // An empty text may lead nowhere, which memcpy must not be given.
+  if (!text.empty()) {
+    std::memcpy(&key.words[word], text.data(), text.size());
+  }
 }
 
-/// Bytes of the text's length and whether there is such a part: "" and "\0" are two keys.
+/// A bit says that it is a bus record: one of all zeros is not like a line of text.
 std::uint64_t BusWord(const BusParts& bus) {
   return std::uint64_t{bus.id} | std::uint64_t{bus.isExtended} << 32 | std::uint64_t{1} << 33 |
          std::uint64_t{bus.priority} << 40 | std::uint64_t{bus.source} << 48 |

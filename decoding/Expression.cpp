@@ -1,7 +1,7 @@
 #include "decoding/Expression.h"
 
 #include <algorithm>
-#include <limits>
+#include <span>
 #include <utility>
 
 #include "decoding/FormulaParser.h"
@@ -11,61 +11,68 @@
 namespace lum::decoding {
 namespace {
 
-double NumberOf(const CLumType& value) {
-  double number = 0.0;
-  static_cast<const CLumDouble&>(value).CLumDouble::GetDouble(number);
-  return number;
-}
-
 AbsenceReason ReasonOf(InputState state) {
   return state == InputState::Missing ? AbsenceReason::MissingInput : AbsenceReason::EmptyInput;
 }
 
-AbsenceReason Load(const FormulaStep& step, CFormulaInputs& inputs) {
-  const bool isField = step.kind == StepKind::Field;
-  const auto input = static_cast<Input>(step.place);
-  const InputState state = isField ? inputs.FieldState(step.place) : inputs.State(input);
+AbsenceReason LoadField(const FormulaStep& step, CFormulaInputs& inputs) {
+  const InputState state = inputs.FieldState(step.place);
   if (state != InputState::Present) {
     return ReasonOf(state);
   }
-  *step.taker = isField ? &inputs.Field(step.place) : &inputs.Value(input);
+  *step.taker = &inputs.Field(step.place);
   return AbsenceReason::None;
 }
 
-AbsenceReason Call(FormulaStep& step) {
-  step.result.CLumDouble::SetDouble(0.0);
-  const std::span arguments(step.arguments.data(), step.argumentCount);
-  return step.operation->call(step.result, arguments, step.lenient) != 0 ? AbsenceReason::None
-                                                                         : AbsenceReason::NoValue;
+AbsenceReason LoadInput(FormulaStep& step, CFormulaInputs& inputs) {
+  const auto input = static_cast<Input>(step.place);
+  const InputState state = inputs.State(input);
+  if (state != InputState::Present) {
+    return ReasonOf(state);
+  }
+  if (!CFormulaInputs::IsText(input)) {
+    step.number = inputs.ReadNumber(input);
+  }
+  if (step.taker != nullptr) {
+    *step.taker = &inputs.Value(input);
+  }
+  return AbsenceReason::None;
 }
 
-// Arguments of arithmetic are of the double kind: constants, number inputs and results.
+AbsenceReason CallOperation(FormulaStep& step) {
+  step.result.CLumDouble::SetDouble(0.0);
+  const std::span arguments(step.arguments.data(), step.argumentCount);
+  const int code = step.operation->call(step.result, arguments, step.lenient);
+  step.result.CLumDouble::GetDouble(step.number);
+  return code != 0 ? AbsenceReason::None : AbsenceReason::NoValue;
+}
+
 double Compute(const FormulaStep& step) {
-  const double first = NumberOf(*step.arguments[0]);
-  if (step.kind == StepKind::Negate) {
-    return -first;
-  }
-  const double second = NumberOf(*step.arguments[1]);
+  const double first = *step.numbers[0];
   switch (step.kind) {
     case StepKind::Add:
-      return first + second;
+      return first + *step.numbers[1];
     case StepKind::Subtract:
-      return first - second;
+      return first - *step.numbers[1];
     case StepKind::Multiply:
-      return first * second;
+      return first * *step.numbers[1];
+    case StepKind::Divide:
+      return first / *step.numbers[1];
     default:
-      return first / second;
+      return -first;
   }
 }
 
 ExpressionError ErrorAt(std::string_view text, const FormulaFault& fault) {
-  ExpressionError error;
   const std::string_view before = text.substr(0, fault.place);
-  const std::size_t lineStart = before.rfind('\n') + 1;
-  const std::string_view line = before.substr(lineStart);
+  const std::size_t lastBreak = before.rfind('\n');
+  const std::string_view line =
+      lastBreak == std::string_view::npos ? before : before.substr(lastBreak + 1);
+  const auto characters =
+      std::count_if(line.begin(), line.end(), [](char byte) { return !IsContinuation(byte); });
+  ExpressionError error;
   error.line = 1 + static_cast<int>(std::count(before.begin(), before.end(), '\n'));
-  error.column = 1 + static_cast<int>(line.size() - static_cast<std::size_t>(std::count_if(
-                                                        line.begin(), line.end(), IsContinuation)));
+  error.column = 1 + static_cast<int>(characters);
   error.found = fault.found;
   error.expected = fault.expected;
   error.suggestion = fault.suggestion;
@@ -79,26 +86,23 @@ ExpressionError ErrorAt(std::string_view text, const FormulaFault& fault) {
 AbsenceReason TakeStep(FormulaStep& step, CFormulaInputs& inputs) {
   switch (step.kind) {
     case StepKind::Input:
+      return LoadInput(step, inputs);
     case StepKind::Field:
-      return Load(step, inputs);
+      return LoadField(step, inputs);
     case StepKind::Constant:
       return AbsenceReason::None;
     case StepKind::CallOnCopy:
-      step.copy.CLumDouble::SetDouble(NumberOf(*step.arguments[1]));
-      return Call(step);
+      step.copy.CLumDouble::SetDouble(*step.numbers[0]);
+      return CallOperation(step);
     case StepKind::Call:
-      return Call(step);
+      return CallOperation(step);
     default:
-      step.result.CLumDouble::SetDouble(Compute(step));
+      step.number = Compute(step);
+      if (step.isTakenByCall) {
+        step.result.CLumDouble::SetDouble(step.number);
+      }
       return AbsenceReason::None;
   }
-}
-
-double ResultOf(const FormulaStep& step) {
-  double number = std::numeric_limits<double>::quiet_NaN();
-  const CLumType* value = step.IsLoad() ? *step.taker : &step.result;
-  value->GetDouble(number);
-  return number;
 }
 
 // ---- Compilation
@@ -143,7 +147,7 @@ Evaluation CExpression::Evaluate(CFormulaInputs& inputs) const {
     ++evaluation.step;
   }
   evaluation.step = 0;
-  evaluation.value = ResultOf(m_program->steps.back());
+  evaluation.value = m_program->steps.back().number;
   return evaluation;
 }
 

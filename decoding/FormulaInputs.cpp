@@ -35,6 +35,15 @@ std::optional<Input> FindInput(std::string_view name) {
 
 CFormulaInputs::CFormulaInputs() : m_fieldSlots(kMaxFields) {}
 
+void CFormulaInputs::Make(Input input) {
+  if (IsText(input)) {
+    m_slots[Place(input)].Fill(m_texts[Place(input)]);
+  } else {
+    m_numberValues[Place(input)].SetDouble(m_numbers[Place(input)]);
+  }
+  m_made |= Bit(input);
+}
+
 // A text that two own is copied when it is written: the value lets go of it first.
 void CFormulaInputs::TextSlot::Fill(std::string_view text) {
   value.CLumIoName::SetName(CStringA());

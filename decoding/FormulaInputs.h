@@ -66,7 +66,6 @@ class CFormulaInputs {
   /// Makes all inputs missing.
   void Clear() {
     m_set = 0;
-    m_made = 0;
     SetFields({});
   }
   /// Precondition: InputTable() says that the input is a text.
@@ -77,8 +76,9 @@ class CFormulaInputs {
   }
   /// Precondition: InputTable() says that the input is a number.
   void SetNumber(Input input, double number) {
-    m_numbers[Place(input)].CLumDouble::SetDouble(number);
+    m_numbers[Place(input)] = number;
     m_set |= Bit(input);
+    m_made &= ~Bit(input);
   }
   /// What is behind the last that has a number is left out.
   void SetFields(std::span<const std::string_view> fields) {
@@ -102,7 +102,11 @@ class CFormulaInputs {
   /// The value of an input that is not missing; it stays as it is until the next Clear. Operations
   /// that write their bounds back into an argument must get a copy.
   CLumType& Value(Input input) {
-    return IsText(input) ? MadeText(input) : static_cast<CLumType&>(m_numbers[Place(input)]);
+    if ((m_made & Bit(input)) == 0) {
+      Make(input);
+    }
+    return IsText(input) ? static_cast<CLumType&>(m_slots[Place(input)].value)
+                         : m_numberValues[Place(input)];
   }
   CLumType& Field(std::size_t field) {
     FieldSlot& slot = m_fieldSlots[field];
@@ -115,11 +119,10 @@ class CFormulaInputs {
   /// The same as they were set. Precondition: the state is not Missing.
   std::string_view Text(Input input) const { return m_texts[Place(input)]; }
   std::string_view FieldText(std::size_t field) const { return m_fields[field]; }
-  double ReadNumber(Input input) const {
-    double number = 0.0;
-    m_numbers[Place(input)].CLumDouble::GetDouble(number);
-    return number;
-  }
+  double ReadNumber(Input input) const { return m_numbers[Place(input)]; }
+
+  /// As InputTable() says it.
+  static constexpr bool IsText(Input input) { return input <= Input::Address; }
 
  private:
   /// A text as a value: the two share their characters, which stay where they are for the next.
@@ -136,22 +139,15 @@ class CFormulaInputs {
 
   static constexpr std::size_t Place(Input input) { return static_cast<std::size_t>(input); }
   static constexpr std::uint32_t Bit(Input input) { return std::uint32_t{1} << Place(input); }
-  static constexpr bool IsText(Input input) { return input <= Input::Address; }
-
-  CLumType& MadeText(Input input) {
-    TextSlot& slot = m_slots[Place(input)];
-    if ((m_made & Bit(input)) == 0) {
-      slot.Fill(m_texts[Place(input)]);
-      m_made |= Bit(input);
-    }
-    return slot.value;
-  }
+  /// Makes the value of what was set.
+  void Make(Input input);
 
   std::uint32_t m_set = 0;   ///< A bit for each input that has been set.
-  std::uint32_t m_made = 0;  ///< And one for each text whose value has been made.
+  std::uint32_t m_made = 0;  ///< And one for each whose value has been made.
   std::array<std::string_view, kInputCount> m_texts;
   std::array<TextSlot, kInputCount> m_slots;
-  std::array<CLumDouble, kInputCount> m_numbers;
+  std::array<double, kInputCount> m_numbers{};
+  std::array<CLumDouble, kInputCount> m_numberValues;
   std::span<const std::string_view> m_fields;
   std::uint64_t m_record = 1;
   std::vector<FieldSlot> m_fieldSlots;  ///< One for each field that can be named: they never move.

@@ -40,6 +40,14 @@ std::string CallText(const Operation& operation) {
   return text + ")";
 }
 
+std::string Counted(std::size_t arguments) {
+  return std::to_string(arguments) + (arguments == 1 ? " argument" : " arguments");
+}
+
+std::string CountedArguments(const Operation& operation) {
+  return Counted(operation.argumentCount) + ": " + CallText(operation);
+}
+
 FormulaFault UnknownOperation(const FormulaToken& name) {
   CNearMiss nearMiss(FromUtf8(name.text));
   OfferOperations(nearMiss);

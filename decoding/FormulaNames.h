@@ -2,6 +2,7 @@
 // meant to be.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -17,6 +18,11 @@ bool IsLenientWord(std::string_view word);
 
 /// "CanVal(frame, typeCode, startByte)"
 std::string CallText(const Operation& operation);
+
+/// "2 arguments"
+std::string Counted(std::size_t arguments);
+/// "3 arguments: CanVal(frame, typeCode, startByte)"
+std::string CountedArguments(const Operation& operation);
 
 /// Why there is no such operation, or no such name.
 FormulaFault UnknownOperation(const FormulaToken& name);

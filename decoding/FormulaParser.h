@@ -12,6 +12,9 @@
 
 namespace lum::decoding {
 
+/// How tightly a sign binds what stands on both its sides.
+int FormulaPrecedence(TokenKind sign);
+
 /// Reads from left to right with stacks of its own: what waits for its right side, and what has
 /// been read. A step is written as soon as its arguments are there, so steps stand in the order of
 /// the text.
@@ -29,6 +32,7 @@ class CFormulaParser {
     bool isText = false;
     std::uint32_t step = FormulaStep::kNoStep;
     CLumType* constant = nullptr;
+    const double* number = nullptr;  ///< Of a constant that is one.
     std::size_t begin = 0;
     std::size_t end = 0;
   };

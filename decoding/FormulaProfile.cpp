@@ -10,12 +10,12 @@
 namespace lum::decoding {
 namespace {
 
-constexpr std::size_t kNone = std::string_view::npos;
+constexpr std::size_t kNoName = std::string_view::npos;
 
 /// The place of the "=" behind a column's name. No formula has one outside of its quoted texts.
 std::size_t NameEnd(std::string_view text) {
   const std::size_t place = text.find_first_of("=\"'");
-  return place != kNone && text[place] == '=' ? place : kNone;
+  return place != kNoName && text[place] == '=' ? place : kNoName;
 }
 
 class CFormulaColumns {
@@ -25,14 +25,14 @@ class CFormulaColumns {
 
   void Take(const PlacedText& text) {
     const std::size_t end = NameEnd(text.text);
-    const PlacedText formula = (end == kNone ? text : text.From(end + 1)).WithoutBlanks();
-    const PlacedText name = (end == kNone ? text : text.First(end)).WithoutBlanks();
+    const PlacedText formula = (end == kNoName ? text : text.From(end + 1)).WithoutBlanks();
+    const PlacedText name = (end == kNoName ? text : text.First(end)).WithoutBlanks();
     std::optional<CExpression> compiled = CompileFormula(formula, m_faults);
     if (compiled && compiled->Uses(Input::Raw)) {
       m_faults.Add(formula, "'raw' in a column without a raw formula",
                    "a formula of the record's parts");
     }
-    if (IsGoodName(name, end != kNone)) {
+    if (IsGoodName(name, end != kNoName)) {
       AddColumn(name, std::move(compiled));
     }
   }

@@ -3,20 +3,14 @@
 namespace lum::decoding {
 namespace {
 
-void BindArguments(FormulaStep& step, std::vector<FormulaStep>& steps) {
-  for (std::size_t i = 0; i < step.argumentCount; ++i) {
-    if (step.sources[i] == FormulaStep::kNoStep) {
-      continue;
-    }
-    FormulaStep& source = steps[step.sources[i]];
-    if (source.IsLoad()) {
-      source.taker = &step.Argument(i);
-    } else {
-      step.Argument(i) = &source.result;
-    }
-  }
-  if (step.kind == StepKind::CallOnCopy) {
-    step.arguments[0] = &step.copy;
+void BindArgument(FormulaStep& step, std::size_t place, FormulaStep& source) {
+  if (step.kind != StepKind::Call) {
+    step.numbers[place] = &source.number;
+  } else if (source.IsLoad()) {
+    source.taker = &step.arguments[place];
+  } else {
+    step.arguments[place] = &source.result;
+    source.isTakenByCall = true;
   }
 }
 
@@ -24,11 +18,14 @@ void BindArguments(FormulaStep& step, std::vector<FormulaStep>& steps) {
 
 void FormulaProgram::Bind() {
   for (FormulaStep& step : steps) {
-    BindArguments(step, steps);
-  }
-  FormulaStep& last = steps.back();
-  if (last.IsLoad()) {
-    last.taker = last.arguments.data();
+    for (std::size_t i = 0; i < step.argumentCount; ++i) {
+      if (step.sources[i] != FormulaStep::kNoStep) {
+        BindArgument(step, i, steps[step.sources[i]]);
+      }
+    }
+    if (step.kind == StepKind::CallOnCopy) {
+      step.arguments[0] = &step.copy;
+    }
   }
 }
 

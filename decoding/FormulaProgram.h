@@ -28,6 +28,8 @@ enum class StepKind : std::uint8_t {
   Divide,
 };
 
+/// Operations take values of the library, arithmetic takes plain numbers: reading a value costs
+/// more than a sum. So a result that both may need is kept as both.
 struct FormulaStep {
   /// Among the sources: the argument is a constant.
   static constexpr std::uint32_t kNoStep = 0xFFFFFFFF;
@@ -38,29 +40,34 @@ struct FormulaStep {
   std::uint8_t argumentCount = 0;  ///< Of all but inputs and fields.
   std::uint8_t place = 0;          ///< Which input or field.
   const Operation* operation = nullptr;
-  /// What it takes. That of CallOnCopy lies behind the copy.
-  std::array<CLumType*, Operation::kMaxArguments> arguments{};
-  CLumType** taker = nullptr;  ///< Of inputs and fields: the argument that waits for their value.
-  CLumDouble result;
+  std::array<CLumType*, Operation::kMaxArguments>
+      arguments{};                         ///< Of Call; of CallOnCopy, the copy.
+  std::array<const double*, 2> numbers{};  ///< Of arithmetic; of CallOnCopy, what is copied.
+  CLumType** taker = nullptr;  ///< Of inputs and fields: the argument that waits for the value.
+  CLumDouble result;           ///< Of operations, and of arithmetic that operations take.
   CLumDouble copy;
+  bool isTakenByCall = false;
+  double number = 0.0;    ///< The result; not-a-number for texts.
   std::size_t begin = 0;  ///< The part of the text, in bytes.
   std::size_t end = 0;
   std::array<std::uint32_t, Operation::kMaxArguments>
       sources{};  ///< Steps that give the arguments.
 
   bool IsLoad() const { return kind == StepKind::Input || kind == StepKind::Field; }
-  CLumType*& Argument(std::size_t index) {
-    return arguments[kind == StepKind::CallOnCopy ? index + 1 : index];
-  }
-  CLumType* Argument(std::size_t index) const {
-    return arguments[kind == StepKind::CallOnCopy ? index + 1 : index];
-  }
+};
+
+/// A number of the formula as both.
+struct FormulaConstant {
+  explicit FormulaConstant(double constant) : number(constant), value(constant) {}
+
+  double number;
+  CLumDouble value;
 };
 
 struct FormulaProgram {
   std::string text;
   std::vector<FormulaStep> steps;
-  std::deque<CLumDouble> numbers;  ///< Constants; they stay where they are.
+  std::deque<FormulaConstant> numbers;  ///< They stay where they are.
   std::deque<CLumIoName> texts;
   std::uint32_t usedInputs = 0;  ///< A bit for each.
 
@@ -70,8 +77,6 @@ struct FormulaProgram {
 
 /// Takes one step. The steps before must have been taken.
 AbsenceReason TakeStep(FormulaStep& step, CFormulaInputs& inputs);
-/// The number that a step gave; not-a-number for an input that is a text.
-double ResultOf(const FormulaStep& step);
 /// The part of the formula that the step evaluates, as far as a trace shows it.
 std::string StepTextOf(const FormulaProgram& program, const FormulaStep& step);
 

@@ -70,30 +70,52 @@ std::string_view OperationName(const FormulaProgram& program, const FormulaStep&
   }
 }
 
-void AddArgument(EvaluationStep& told, const CLumType& value) {
-  double number = std::numeric_limits<double>::quiet_NaN();
-  CStringA text;
-  if (value.GetName(text) != 0) {
-    told.arguments.push_back(
-        TextLiteral({text.GetString(), static_cast<std::size_t>(text.GetLength())}));
-  } else {
-    value.GetDouble(number);
-    told.arguments.push_back(NumberText(number));
-  }
+void AddNumber(EvaluationStep& told, double number) {
+  told.arguments.push_back(NumberText(number));
   told.numbers.push_back(number);
 }
 
-void AddArguments(EvaluationStep& told, const FormulaStep& step) {
+void AddText(EvaluationStep& told, std::string_view text) {
+  told.arguments.push_back(TextLiteral(text));
+  told.numbers.push_back(std::numeric_limits<double>::quiet_NaN());
+}
+
+/// What an operation takes: a number or the bytes of a text.
+void AddValue(EvaluationStep& told, const CLumType& value) {
+  double number = 0.0;
+  CStringA text;
+  if (value.GetDouble(number) != 0) {
+    AddNumber(told, number);
+  } else if (value.GetName(text) != 0) {
+    AddText(told, {text.GetString(), static_cast<std::size_t>(text.GetLength())});
+  }
+}
+
+void AddInput(EvaluationStep& told, const FormulaStep& step, const CFormulaInputs& inputs) {
+  const auto input = static_cast<Input>(step.place);
+  if (told.absence == AbsenceReason::MissingInput) {
+    return;
+  }
+  if (step.kind == StepKind::Field) {
+    AddText(told, inputs.FieldText(step.place));
+  } else if (CFormulaInputs::IsText(input)) {
+    AddText(told, inputs.Text(input));
+  } else {
+    AddNumber(told, inputs.ReadNumber(input));
+  }
+}
+
+void AddArguments(EvaluationStep& told, const FormulaStep& step, const CFormulaInputs& inputs) {
   if (step.IsLoad()) {
-    if (told.absence == AbsenceReason::None) {
-      AddArgument(told, **step.taker);
-    } else if (told.absence == AbsenceReason::EmptyInput) {
-      AddArgument(told, CLumIoName());
-    }
+    AddInput(told, step, inputs);
     return;
   }
   for (std::size_t i = 0; i < step.argumentCount; ++i) {
-    AddArgument(told, *step.Argument(i));
+    if (step.kind == StepKind::Call) {
+      AddValue(told, *step.arguments[i]);
+    } else {
+      AddNumber(told, *step.numbers[i]);
+    }
   }
 }
 
@@ -117,14 +139,14 @@ Evaluation CExpression::Trace(CFormulaInputs& inputs, std::vector<EvaluationStep
     told.text = StepTextOf(*m_program, step);
     told.operation = OperationName(*m_program, step);
     told.absence = TakeStep(step, inputs);
-    AddArguments(told, step);
+    AddArguments(told, step, inputs);
     if (told.absence != AbsenceReason::None) {
       told.code = 0;
       evaluation.absence = told.absence;
       evaluation.step = static_cast<std::uint32_t>(steps.size() - 1);
       return evaluation;
     }
-    told.result = ResultOf(step);
+    told.result = step.number;
   }
   evaluation.value = steps.back().result;
   return evaluation;

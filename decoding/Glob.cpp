@@ -7,12 +7,6 @@
 namespace lum::decoding {
 namespace {
 
-CString Folded(const CString& text) {
-  CString folded = text;
-  folded.MakeLower();
-  return folded;
-}
-
 std::size_t CharacterEnd(std::wstring_view, std::size_t place) { return place + 1; }
 
 std::size_t CharacterEnd(std::string_view text, std::size_t place) {

@@ -51,6 +51,10 @@ std::uint64_t FirstOffset(const LogRunOptions& options) {
 
 }  // namespace
 
+LogFormat FitFormat(LogFormat detected, const Profile& profile) {
+  return detected == LogFormat::Candump && NeedsJ1939(profile) ? LogFormat::J1939 : detected;
+}
+
 CLogRun::CLogRun(CLogInput& input, const Profile& profile, const LogRunOptions& options)
     : m_isInterrupted(options.isInterrupted),
       m_resumeFrom(options.resumeFrom),
@@ -91,8 +95,7 @@ LogFormat CLogRun::ChooseFormat(const Profile& profile, const LogRunOptions& opt
   for (const StoredLine& stored : m_sample) {
     lines.push_back(stored.text);
   }
-  const LogFormat format = DetectLogFormat(lines);
-  return format == LogFormat::Candump && NeedsJ1939(profile) ? LogFormat::J1939 : format;
+  return FitFormat(DetectLogFormat(lines), profile);
 }
 
 /// The first lines, to be taken again. A live log that has said something is not waited for.

@@ -44,6 +44,10 @@ struct LogRunOptions {
   const std::atomic<bool>* isInterrupted = nullptr;
 };
 
+/// The format that was found out, or J1939 in place of Candump when the profile's conditions or
+/// formulas ask for what only that has.
+LogFormat FitFormat(LogFormat detected, const Profile& profile);
+
 /// Decodes the lines of an input one after the other. The profile and the input must outlive it.
 class CLogRun {
  public:

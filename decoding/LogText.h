@@ -37,8 +37,8 @@ inline constexpr std::string_view kUpperDigits = "0123456789ABCDEF";
 
 /// Writes the low digits of a number, upper case.
 inline void WriteHex(std::uint32_t number, std::size_t count, char* to) {
-  for (std::size_t i = count; i-- > 0; number >>= 4) {
-    to[i] = kUpperDigits[number & 0xF];
+  for (std::size_t i = count; i > 0; --i, number >>= 4) {
+    to[i - 1] = kUpperDigits[number & 0xF];
   }
 }
 

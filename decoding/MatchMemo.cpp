@@ -7,7 +7,7 @@ namespace {
 
 constexpr std::size_t kPlaces = 8;
 
-std::size_t HashOf(const MatchKey& key) {
+std::size_t HashKeyWords(const MatchKey& key) {
   constexpr MatchKey::Words kFactors = {0x9E3779B97F4A7C15, 0xC2B2AE3D27D4EB4F, 0x165667B19E3779F9,
                                         0xD6E8FEB86659FD93, 0xA0761D6478BD642F, 0xE7037ED1A0B428DB};
   std::uint64_t hash = 0;
@@ -23,7 +23,7 @@ std::size_t HashOf(const MatchKey& key) {
 CMatchMemo::CMatchMemo() : m_entries(kMaxKeys) {}
 
 bool CMatchMemo::Find(const MatchKey& key, std::span<const std::size_t>& messages) const {
-  const std::size_t hash = HashOf(key);
+  const std::size_t hash = HashKeyWords(key);
   for (std::size_t i = 0; i < kPlaces; ++i) {
     const Entry& entry = m_entries[(hash + i) % kMaxKeys];
     if (!entry.isUsed) {
@@ -43,7 +43,7 @@ std::span<const std::size_t> CMatchMemo::List(const Entry& entry) const {
 
 /// The first that is free or the key's own; else another key's.
 CMatchMemo::Entry& CMatchMemo::Place(const MatchKey& key) {
-  const std::size_t hash = HashOf(key);
+  const std::size_t hash = HashKeyWords(key);
   for (std::size_t i = 0; i < kPlaces; ++i) {
     Entry& entry = m_entries[(hash + i) % kMaxKeys];
     if (!entry.isUsed || entry.key == key) {

@@ -9,13 +9,7 @@
 namespace lum::decoding {
 namespace {
 
-using Row = std::array<int, CNearMiss::kMaxLength + 1>;
-
-CString Folded(const CString& text) {
-  CString folded = text;
-  folded.MakeLower();
-  return folded;
-}
+using DistanceRow = std::array<int, CNearMiss::kMaxLength + 1>;
 
 bool IsSwap(const CString& a, const CString& b, int i, int j) {
   return i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1];
@@ -24,8 +18,8 @@ bool IsSwap(const CString& a, const CString& b, int i, int j) {
 /// Computes one row of the table of distances between the beginnings of `a` and `b`, as far as they
 /// can be within the limit: further from the diagonal more characters are missing than that.
 /// Returns the row's least number, which no later row falls below by more than a swap.
-int NextRow(const CString& a, const CString& b, int i, int limit, const Row& above2,
-            const Row& above, Row& row) {
+int NextRow(const CString& a, const CString& b, int i, int limit, const DistanceRow& above2,
+            const DistanceRow& above, DistanceRow& row) {
   const auto at = [](int place) { return static_cast<std::size_t>(place); };
   const int first = std::max(i - limit, 1);
   const int last = std::min(i + limit, b.GetLength());
@@ -48,7 +42,7 @@ int NextRow(const CString& a, const CString& b, int i, int limit, const Row& abo
 /// The edit distance, or any number above `limit` as soon as it is known to be. The lengths may not
 /// differ by more than the limit.
 int Distance(const CString& a, const CString& b, int limit) {
-  std::array<Row, 3> rows;
+  std::array<DistanceRow, 3> rows;
   for (int j = 0; j <= std::min(b.GetLength(), limit + 1); ++j) {
     rows[0][static_cast<std::size_t>(j)] = j;
   }

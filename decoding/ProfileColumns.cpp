@@ -12,11 +12,9 @@
 namespace lum::decoding {
 namespace {
 
-constexpr std::string_view kKeys[] = {"Raw",   "Formula",      "Unit",  "Digits",
-                                      "Range", "NotAvailable", "Error", "Sentinels"};
+constexpr std::string_view kColumnKeys[] = {"Raw",   "Formula",      "Unit",  "Digits",
+                                            "Range", "NotAvailable", "Error", "Sentinels"};
 constexpr std::string_view kSentinelKinds[] = {"J1939"};
-
-PlacedText OnlyPlace(const PlacedText& text) { return {{}, text.line, text.column}; }
 
 bool IsColumnKey(const PlacedText& key, std::size_t point) {
   if (point == std::string_view::npos || point == 0 ||
@@ -24,14 +22,15 @@ bool IsColumnKey(const PlacedText& key, std::size_t point) {
     return false;
   }
   const std::string_view property = key.text.substr(point + 1);
-  return std::find(std::begin(kKeys), std::end(kKeys), property) != std::end(kKeys);
+  return std::find(std::begin(kColumnKeys), std::end(kColumnKeys), property) !=
+         std::end(kColumnKeys);
 }
 
 /// The key that was probably meant, with the column's name or of a condition.
 std::string NearestKey(const PlacedText& key) {
   const std::size_t point = key.text.rfind('.');
   if (point != std::string_view::npos && point > 0) {
-    const std::string nearest = Nearest(key.text.substr(point + 1), kKeys);
+    const std::string nearest = Nearest(key.text.substr(point + 1), kColumnKeys);
     if (!nearest.empty()) {
       return std::string(key.First(point).WithoutBlanks().text) + "." + nearest;
     }
@@ -45,7 +44,7 @@ PlacedText PlaceIn(const PlacedText& formula, const ExpressionError& error) {
   for (int line = 1; line < error.line; ++line) {
     lineBegin = std::min(formula.text.find('\n', lineBegin), formula.text.size() - 1) + 1;
   }
-  PlacedText place = OnlyPlace(formula.From(lineBegin));
+  PlacedText place = formula.From(lineBegin).WithoutText();
   place.column += error.column - 1;
   return place;
 }
@@ -56,7 +55,7 @@ void Append(std::vector<NumberRange>& ranges, const std::vector<NumberRange>& mo
 
 }  // namespace
 
-std::span<const std::string_view> ColumnKeys() { return kKeys; }
+std::span<const std::string_view> ColumnKeys() { return kColumnKeys; }
 
 std::optional<CExpression> CompileFormula(const PlacedText& text, CProfileFaults& faults) {
   std::variant<CExpression, ExpressionError> compiled = CExpression::Compile(text.text);
@@ -101,7 +100,7 @@ CColumnReader::Draft* CColumnReader::FindOrMake(const PlacedText& name) {
   draft.rule.name = name.text;
   draft.rule.displayName = name.text;
   draft.rule.line = name.line;
-  draft.first = OnlyPlace(name);
+  draft.first = name.WithoutText();
   return &draft;
 }
 
@@ -126,7 +125,7 @@ void CColumnReader::TakeProperty(std::string_view property, const PlacedText& va
 
 void CColumnReader::TakeFormula(std::string_view property, const PlacedText& value, Draft& draft) {
   const bool isRaw = property == "Raw";
-  (isRaw ? draft.raw : draft.formula) = OnlyPlace(value);
+  (isRaw ? draft.raw : draft.formula) = value.WithoutText();
   (isRaw ? draft.rule.raw : draft.rule.formula) = CompileFormula(value, m_faults);
 }
 
@@ -146,7 +145,7 @@ void CColumnReader::TakeSentinels(const PlacedText& value, Draft& draft) {
                  Nearest(value.text, kSentinelKinds));
     return;
   }
-  draft.sentinels = OnlyPlace(value);
+  draft.sentinels = value.WithoutText();
 }
 
 std::vector<ColumnRule> CColumnReader::Finish() {

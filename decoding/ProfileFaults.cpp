@@ -10,14 +10,13 @@
 namespace lum::decoding {
 namespace {
 
-bool IsBlank(char ch) { return ch == ' ' || ch == '\t'; }
-
-bool BeginsCharacter(char byte) { return !IsContinuation(byte); }
+bool IsBlankOfValue(char ch) { return ch == ' ' || ch == '\t'; }
 
 }  // namespace
 
 int CharacterCount(std::string_view text) {
-  return static_cast<int>(std::count_if(text.begin(), text.end(), BeginsCharacter));
+  return static_cast<int>(text.size()) -
+         static_cast<int>(std::count_if(text.begin(), text.end(), IsContinuation));
 }
 
 std::string Nearest(std::string_view text, std::span<const std::string_view> known) {
@@ -33,9 +32,9 @@ PlacedText PlacedText::From(std::size_t bytes) const {
 }
 
 PlacedText PlacedText::WithoutBlanks() const {
-  const auto first = std::find_if_not(text.begin(), text.end(), IsBlank);
+  const auto first = std::find_if_not(text.begin(), text.end(), IsBlankOfValue);
   PlacedText trimmed = From(static_cast<std::size_t>(first - text.begin()));
-  while (!trimmed.text.empty() && IsBlank(trimmed.text.back())) {
+  while (!trimmed.text.empty() && IsBlankOfValue(trimmed.text.back())) {
     trimmed.text.remove_suffix(1);
   }
   return trimmed;

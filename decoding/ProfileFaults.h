@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "decoding/FormulaLexer.h"
 #include "decoding/Profile.h"
 
 namespace lum::decoding {
@@ -20,6 +21,8 @@ struct PlacedText {
   PlacedText From(std::size_t bytes) const;
   PlacedText First(std::size_t bytes) const { return {text.substr(0, bytes), line, column}; }
   PlacedText WithoutBlanks() const;
+  /// The place alone, which may outlive the text.
+  PlacedText WithoutText() const { return {{}, line, column}; }
 };
 
 /// How many characters a text of UTF-8 has.

@@ -20,12 +20,10 @@ constexpr std::size_t kExtendedDigits = 8;
 constexpr std::string_view kIdDigits =
     "3 hexadecimal digits up to 7FF or 8 up to 1FFFFFFF, as candump writes them";
 
-constexpr std::string_view kKeys[] = {"Match.Id",      "Match.IdMask",      "Match.Pgn",
-                                      "Match.Source",  "Match.Destination", "Match.Priority",
-                                      "Match.Channel", "Match.Sentence",    "Match.FieldCount",
-                                      "Match.Field.N", "Match.Line"};
-
-PlacedText OnlyPlace(const PlacedText& text) { return {{}, text.line, text.column}; }
+constexpr std::string_view kMatchKeys[] = {"Match.Id",      "Match.IdMask",      "Match.Pgn",
+                                           "Match.Source",  "Match.Destination", "Match.Priority",
+                                           "Match.Channel", "Match.Sentence",    "Match.FieldCount",
+                                           "Match.Field.N", "Match.Line"};
 
 /// SAE J1939-21: when the PF byte is below 240, the PS byte is the destination and no part of the
 /// number.
@@ -66,7 +64,7 @@ const CMatchReader::Row* CMatchReader::FindRow(std::string_view key) {
   return row == std::end(kRows) ? nullptr : row;
 }
 
-std::span<const std::string_view> MatchKeys() { return kKeys; }
+std::span<const std::string_view> MatchKeys() { return kMatchKeys; }
 
 bool IsOfJ1939(Part part) {
   return part == Part::Pgn || part == Part::Source || part == Part::Destination ||
@@ -101,7 +99,7 @@ void CMatchReader::Take(const PlacedText& key, const PlacedText& value) {
     TakeField(key, value);
   } else if (const Row* row = FindRow(name); row == nullptr) {
     m_faults.Add(key, "unknown key " + QuotedPart(key.text), "a condition such as Match.Pgn",
-                 Nearest(key.text, kKeys));
+                 Nearest(key.text, kMatchKeys));
   } else if (row->isPattern) {
     MatchTerm term;
     term.part = row->part;
@@ -144,7 +142,7 @@ void CMatchReader::TakeId(const PlacedText& key, const PlacedText& value) {
 }
 
 void CMatchReader::TakeMask(const PlacedText& key, const PlacedText& value) {
-  m_maskPlace = OnlyPlace(key);
+  m_maskPlace = key.WithoutText();
   const std::optional<std::uint32_t> number = ReadHexDigits(value.text);
   if (!number || !IsId(value.text, *number)) {
     m_faults.Add(value, QuotedPart(value.text), std::string(kIdDigits));
@@ -185,7 +183,7 @@ void CMatchReader::TakePattern(MatchTerm term, const PlacedText& key, const Plac
 void CMatchReader::Add(MatchTerm term, const PlacedText& key, const PlacedText& value) {
   term.text = std::string(key.text) + "=" + std::string(value.text);
   m_terms.push_back(std::move(term));
-  m_places.push_back(OnlyPlace(key));
+  m_places.push_back(key.WithoutText());
 }
 
 std::vector<MatchTerm> CMatchReader::Finish() {

@@ -17,8 +17,6 @@ constexpr std::string_view kProfileKeys[] = {"Format", "Separator"};
 constexpr LogFormat kFormats[] = {LogFormat::Plain, LogFormat::Candump, LogFormat::J1939,
                                   LogFormat::Nmea, LogFormat::Csv};
 
-PlacedText OnlyPlace(const PlacedText& text) { return {{}, text.line, text.column}; }
-
 /// "tab", "blank" or the character itself: none that fields themselves are made of.
 std::optional<char> ReadSeparator(std::string_view text) {
   if (text == "tab") {
@@ -109,7 +107,7 @@ void CProfileReader::OpenMessage(const PlacedText& header, const PlacedText& nam
   Message& message = m_message.emplace(m_faults);
   message.rule.name = name.text;
   message.rule.line = header.line;
-  message.place = OnlyPlace(header);
+  message.place = header.WithoutText();
   if (name.text.empty()) {
     m_faults.Add(header, "a message without a name", "[Message NAME]");
     message.isKept = false;
@@ -198,7 +196,7 @@ void CProfileReader::TakeFormat(const PlacedText& value) {
 }
 
 void CProfileReader::TakeSeparator(const PlacedText& key, const PlacedText& value) {
-  m_separator = OnlyPlace(key);
+  m_separator = key.WithoutText();
   const std::optional<char> separator = ReadSeparator(value.text);
   if (!separator) {
     m_faults.Add(value, QuotedPart(value.text), "tab, blank or one of , ; : | and the like");

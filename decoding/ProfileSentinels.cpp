@@ -11,7 +11,7 @@
 namespace lum::decoding {
 namespace {
 
-struct Call {
+struct ReadingCall {
   std::string_view operation;
   std::vector<std::string_view> arguments;
 };
@@ -56,13 +56,13 @@ std::size_t ArgumentEnd(std::string_view text, std::size_t place) {
 }
 
 /// A formula that is one call of an operation and nothing else.
-std::optional<Call> ReadCall(std::string_view formula) {
+std::optional<ReadingCall> ReadCall(std::string_view formula) {
   const std::string_view text = Trimmed(formula);
   const std::size_t open = text.find('(');
   if (open == std::string_view::npos) {
     return std::nullopt;
   }
-  Call call{Trimmed(text.substr(0, open)), {}};
+  ReadingCall call{Trimmed(text.substr(0, open)), {}};
   for (std::size_t place = open + 1; call.arguments.size() < kMaxCallArguments;) {
     const std::size_t end = ArgumentEnd(text, place);
     if (end >= text.size()) {
@@ -78,7 +78,7 @@ std::optional<Call> ReadCall(std::string_view formula) {
 }
 
 /// A whole number that stands there as such, with a sign or without.
-std::optional<int> ConstantOf(const Call& call, std::size_t argument) {
+std::optional<int> ConstantOf(const ReadingCall& call, std::size_t argument) {
   if (argument >= call.arguments.size()) {
     return std::nullopt;
   }
@@ -128,7 +128,7 @@ Width WidthOfBits(int type, int length) {
 }
 
 Width WidthOf(std::string_view formula) {
-  const std::optional<Call> call = ReadCall(formula);
+  const std::optional<ReadingCall> call = ReadCall(formula);
   const bool isBits = call && call->operation == "J1939BitsVal";
   if (!call || (!isBits && call->operation != "J1939Val" && call->operation != "CanVal")) {
     return "a formula that is not just one call of J1939Val, J1939BitsVal or CanVal";

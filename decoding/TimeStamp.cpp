@@ -15,13 +15,18 @@ namespace {
 constexpr std::size_t kMaxCountedDigits = 18;
 constexpr std::int64_t kMaxExactNumber = std::int64_t{1} << 53;
 
-constexpr std::array<std::int64_t, kMaxCountedDigits + 1> kPowersOfTen = [] {
-  std::array<std::int64_t, kMaxCountedDigits + 1> powers{1};
+using PowersOfTen = std::array<std::int64_t, kMaxCountedDigits + 1>;
+
+constexpr PowersOfTen MakePowersOfTen() {
+  PowersOfTen powers{};
+  powers[0] = 1;
   for (std::size_t i = 1; i < powers.size(); ++i) {
     powers[i] = powers[i - 1] * 10;
   }
   return powers;
-}();
+}
+
+constexpr PowersOfTen kPowersOfTen = MakePowersOfTen();
 
 struct StampDigits {
   std::int64_t number = 0;  ///< Of the first kMaxCountedDigits.

@@ -44,6 +44,12 @@ CString FromUtf8(std::string_view text) {
   return Utf8ToWide(CStringA(text.data(), static_cast<int>(text.size())));
 }
 
+CString Folded(const CString& text) {
+  CString folded = text;
+  folded.MakeLower();
+  return folded;
+}
+
 std::string Printable(const CString& text) {
   const std::wstring_view chars = View(text);
   if (std::none_of(chars.begin(), chars.end(), IsControl)) {

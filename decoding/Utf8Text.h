@@ -22,6 +22,9 @@ std::string ToUtf8(const CString& text);
 /// Bytes that are no UTF-8 are taken as Latin-1.
 CString FromUtf8(std::string_view text);
 
+/// The text in lower case, for comparisons that leave case out.
+CString Folded(const CString& text);
+
 /// The text with control characters written as "\t", "\n" or "\x1b": nothing a file holds can
 /// steer the terminal or break a line of output.
 std::string Printable(const CString& text);

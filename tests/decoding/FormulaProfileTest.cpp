@@ -61,8 +61,8 @@ TEST(FormulaProfile, TellsPlacesFromTheBeginningOfTheWholeText) {
     const char* formula;
     int column;
   } rows[] = {
-      {"fram", 1}, {"A = fram", 5}, {"\xC3\xA4=fram", 3}, {"A=1 +\n  fram", 9}, {"A=\n\n1 + fram", 9},
-      {"", 1},
+      {"fram", 1},          {"A = fram", 5},       {"\xC3\xA4=fram", 3},
+      {"A=1 +\n  fram", 9}, {"A=\n\n1 + fram", 9}, {"", 1},
   };
   for (const auto& row : rows) {
     std::vector<ProfileFault> faults;

@@ -46,8 +46,9 @@ TEST(ProfileSentinels, AreThoseOfTheFieldsWidth) {
 }
 
 TEST(ProfileSentinels, AreNotKnownOfOtherFields) {
-  const char* const kNoCall = "a formula that is not just one call of J1939Val, J1939BitsVal or "
-                              "CanVal";
+  const char* const kNoCall =
+      "a formula that is not just one call of J1939Val, J1939BitsVal or "
+      "CanVal";
   const char* const kComputed = "a field whose width is computed";
   const char* const kSigned = "a signed field";
   const char* const kFraction = "a field of floating-point numbers";
@@ -97,9 +98,9 @@ TEST(ProfileSentinels, AreNotKnownOfOtherFields) {
 
 TEST(ProfileSentinels, JoinTheNumbersOfTheColumn) {
   for (const char* key : {"Raw", "Formula"}) {
-    const Profile profile = GoodProfile(
-        std::string("[Message A]\nX.NotAvailable=7\nX.Sentinels=J1939\nX.Error=8\nX.") + key +
-        "=J1939Val(message, 6, 0)\n");
+    const Profile profile =
+        GoodProfile(std::string("[Message A]\nX.NotAvailable=7\nX.Sentinels=J1939\nX.Error=8\nX.") +
+                    key + "=J1939Val(message, 6, 0)\n");
     const ColumnRule& column = profile.messages[0].columns[0];
     ASSERT_EQ(column.notAvailable.size(), 2u);
     ASSERT_EQ(column.error.size(), 2u);

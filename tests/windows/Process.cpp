@@ -1,6 +1,7 @@
 #include "tests/windows/Process.h"
 
 #include <thread>
+#include <utility>
 
 namespace lum::test {
 
@@ -51,8 +52,7 @@ std::wstring CommandLine(const std::vector<std::wstring>& words) {
   return line;
 }
 
-DWORD RunProcess(std::wstring commandLine, const ProcessSetup& setup) {
-  constexpr DWORD kFailed = 0xFFFFFFFF;
+CHandle StartProcess(std::wstring commandLine, const ProcessSetup& setup) {
   STARTUPINFOW startup = {};
   startup.cb = sizeof startup;
   if (setup.output != nullptr) {
@@ -64,13 +64,17 @@ DWORD RunProcess(std::wstring commandLine, const ProcessSetup& setup) {
   const wchar_t* folder = setup.folder.empty() ? nullptr : setup.folder.c_str();
   if (::CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, TRUE, setup.flags, nullptr,
                        folder, &startup, &process) == 0) {
-    return kFailed;
+    return CHandle(nullptr);
   }
-  const CHandle handle(process.hProcess);
-  const CHandle thread(process.hThread);
-  DWORD exitCode = kFailed;
-  if (::WaitForSingleObject(handle.Get(), 60'000) == WAIT_OBJECT_0) {
-    ::GetExitCodeProcess(handle.Get(), &exitCode);
+  ::CloseHandle(process.hThread);
+  return CHandle(process.hProcess);
+}
+
+DWORD RunProcess(std::wstring commandLine, const ProcessSetup& setup) {
+  DWORD exitCode = 0xFFFFFFFF;
+  const CHandle process = StartProcess(std::move(commandLine), setup);
+  if (process.Get() != nullptr && ::WaitForSingleObject(process.Get(), 60'000) == WAIT_OBJECT_0) {
+    ::GetExitCodeProcess(process.Get(), &exitCode);
   }
   return exitCode;
 }

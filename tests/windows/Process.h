@@ -26,7 +26,10 @@ std::wstring CommandLine(const std::vector<std::wstring>& words);
 /// more than a minute.
 DWORD RunProcess(std::wstring commandLine, const ProcessSetup& setup);
 
-/// The same with both outputs collected.
+/// Starts a program and does not wait for it. Null when it cannot be started.
+CHandle StartProcess(std::wstring commandLine, const ProcessSetup& setup);
+
+/// RunProcess with both outputs collected.
 struct ProcessResult {
   DWORD exitCode = 0;
   std::string output;

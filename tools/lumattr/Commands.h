@@ -17,9 +17,11 @@ void AddDefsCommand(const CCommand& app, ToolContext& context);
 void AddDiffCommand(const CCommand& app, ToolContext& context);
 /// `words` are the operation and its arguments, which SplitEvalLine takes out of the command line.
 void AddEvalCommand(const CCommand& app, ToolContext& context, std::vector<std::string> words);
+void AddExplainCommand(const CCommand& app, ToolContext& context);
 void AddGetCommand(const CCommand& app, ToolContext& context);
 void AddMergeCommand(const CCommand& app, ToolContext& context);
 void AddNamesCommand(const CCommand& app, ToolContext& context);
+void AddPlotCommand(const CCommand& app, ToolContext& context);
 void AddRestoreCommand(const CCommand& app, ToolContext& context);
 void AddSetCommand(const CCommand& app, ToolContext& context);
 void AddShowCommand(const CCommand& app, ToolContext& context);

@@ -29,9 +29,11 @@ int main(int argc, char** argv) {
     lum::tool::AddDefsCommand(app, context);
     lum::tool::AddDiffCommand(app, context);
     lum::tool::AddEvalCommand(app, context, line.words);
+    lum::tool::AddExplainCommand(app, context);
     lum::tool::AddGetCommand(app, context);
     lum::tool::AddMergeCommand(app, context);
     lum::tool::AddNamesCommand(app, context);
+    lum::tool::AddPlotCommand(app, context);
     lum::tool::AddRestoreCommand(app, context);
     lum::tool::AddSetCommand(app, context);
     lum::tool::AddShowCommand(app, context);

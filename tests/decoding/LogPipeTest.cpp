@@ -1,0 +1,180 @@
+// Logs from standard input, a pipe that is written meanwhile: lines come at once, and memory stays
+// what it was however long a line or a log is.
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <functional>
+#include <string>
+#include <thread>
+
+#include "decoding/LineReader.h"
+#include "decoding/LogReader.h"
+#include "tests/Allocations.h"
+#include "tests/decoding/LogFiles.h"
+
+using lum::decoding::CLineReader;
+using lum::decoding::CLogInput;
+using lum::decoding::kMaxLogLine;
+using lum::decoding::LineProblem;
+using lum::decoding::LogFormat;
+using lum::decoding::LogLine;
+using lum::decoding::LogRecord;
+using lum::test::Gzip;
+
+namespace {
+
+/// A pipe in place of standard input for the time of a test.
+class CStandardInputPipe {
+ public:
+  CStandardInputPipe() : m_saved(::dup(STDIN_FILENO)) {
+    int ends[2] = {-1, -1};
+    if (::pipe(ends) != 0) {
+      throw std::runtime_error("no pipe");
+    }
+    ::dup2(ends[0], STDIN_FILENO);
+    ::close(ends[0]);
+    m_writing = ends[1];
+  }
+  ~CStandardInputPipe() {
+    Close();
+    ::dup2(m_saved, STDIN_FILENO);
+    ::close(m_saved);
+  }
+  CStandardInputPipe(const CStandardInputPipe&) = delete;
+  CStandardInputPipe& operator=(const CStandardInputPipe&) = delete;
+
+  void Write(std::string_view bytes) {
+    while (!bytes.empty()) {
+      const ssize_t count = ::write(m_writing, bytes.data(), bytes.size());
+      ASSERT_GT(count, 0);
+      bytes.remove_prefix(static_cast<std::size_t>(count));
+    }
+  }
+  void Close() {
+    if (m_writing != -1) {
+      ::close(m_writing);
+    }
+    m_writing = -1;
+  }
+
+ private:
+  int m_saved;
+  int m_writing = -1;
+};
+
+}  // namespace
+
+TEST(LogPipe, LinesComeAsSoonAsTheyAreWhole) {
+  CStandardInputPipe pipe;
+  CLogInput input("-");
+  CLineReader reader(input);
+  LogLine line;
+  pipe.Write("first\nsec");
+  ASSERT_TRUE(reader.Next(line));
+  EXPECT_EQ(line.text, "first");
+  EXPECT_FALSE(reader.HasBuffered());
+  pipe.Write("ond\nthird\n");
+  ASSERT_TRUE(reader.Next(line));
+  EXPECT_EQ(line.text, "second");
+  EXPECT_TRUE(reader.HasBuffered());
+  ASSERT_TRUE(reader.Next(line));
+  EXPECT_EQ(line.text, "third");
+  pipe.Close();
+  EXPECT_FALSE(reader.Next(line));
+  EXPECT_EQ(input.Size(), std::nullopt);
+}
+
+TEST(LogPipe, AFirstByteAloneIsDelivered) {
+  CStandardInputPipe pipe;
+  CLogInput input("-");
+  char byte = 0;
+  pipe.Write("a");
+  EXPECT_EQ(input.Read(&byte, 1), 1U);
+  EXPECT_EQ(byte, 'a');
+}
+
+TEST(LogPipe, CompressedBytesAreRecognisedOneByOne) {
+  CStandardInputPipe pipe;
+  const std::string whole = Gzip("one\ntwo\n");
+  std::thread writer([&] {
+    for (const char byte : whole) {
+      pipe.Write({&byte, 1});
+    }
+    pipe.Close();
+  });
+  CLogInput input("-");
+  std::string all;
+  lum::test::ReadAll(input, all);
+  writer.join();
+  EXPECT_EQ(all, "one\ntwo\n");
+  EXPECT_TRUE(input.IsCompressed());
+}
+
+TEST(LogPipe, SkippingReadsWhatCannotBeSought) {
+  CStandardInputPipe pipe;
+  CLogInput input("-");
+  pipe.Write("0123456789");
+  EXPECT_TRUE(input.Skip(4));
+  pipe.Close();
+  std::string all;
+  lum::test::ReadAll(input, all);
+  EXPECT_EQ(all, "456789");
+}
+
+TEST(LogPipe, ALineOfAHundredMegabytesTakesNoMemory) {
+  CStandardInputPipe pipe;
+  std::thread writer([&] {
+    const std::string block(1'000'000, 'x');
+    for (int i = 0; i < 100; ++i) {
+      pipe.Write(block);
+    }
+    pipe.Write("\nnext\n");
+    pipe.Close();
+  });
+  CLogInput input("-");
+  CLineReader reader(input);
+  LogLine line;
+  const int before = CountedAllocations();
+  ASSERT_TRUE(reader.Next(line));
+  EXPECT_EQ(line.text.size(), kMaxLogLine);
+  EXPECT_TRUE(line.isTooLong);
+  EXPECT_EQ(line.end, 100'000'001U);
+  ASSERT_TRUE(reader.Next(line));
+  EXPECT_EQ(line.text, "next");
+  EXPECT_EQ(line.offset, 100'000'001U);
+  EXPECT_EQ(line.number, 2U);
+  writer.join();
+  // The writer's block, and what a thread needs.
+  EXPECT_LE(CountedAllocations() - before, 4);
+}
+
+TEST(LogPipe, ReadersAllocateNothingForFurtherLines) {
+  const struct {
+    LogFormat format;
+    std::vector<std::string> lines;
+  } rows[] = {
+      {LogFormat::Candump, {"(1.5) can0 123#1122", "can0  123   [2]  11 22", "can0 123#1", ""}},
+      {LogFormat::J1939,
+       {"can0 18ECFF00#20090002FFEBFE00", "can0 18EBFF00#0101020304050607",
+        "can0 18EBFF00#020809FFFFFFFFFF", "can0 18ECFF00#20090002FFEBFE00"}},
+      {LogFormat::Nmea, {"$GPHDT,1*52", "$GPHDT,1*53", "(1.5) $GPHDT,1*52"}},
+      {LogFormat::Csv, {"1,2,3", R"("a ""b""",c)", R"("a)"}},
+      {LogFormat::Plain, {"1 2 3", "(1.5) a", "#"}},
+  };
+  for (const auto& row : rows) {
+    const auto reader = lum::decoding::MakeLogReader(row.format, {});
+    LogRecord record;
+    LineProblem problem;
+    LogLine line;
+    int before = 0;
+    for (int round = 0; round < 100; ++round) {
+      before = round == 1 ? CountedAllocations() : before;
+      for (const std::string& text : row.lines) {
+        line.text = text;
+        reader->Take(line, record, problem);
+      }
+    }
+    EXPECT_EQ(CountedAllocations(), before) << lum::decoding::LogFormatName(row.format);
+  }
+}

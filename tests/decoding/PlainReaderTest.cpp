@@ -1,0 +1,76 @@
+// Tests of decoding/PlainReader.h: fields between blanks or a separator, time stamps, remarks.
+#include "decoding/PlainReader.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "decoding/FormulaInputs.h"
+#include "tests/decoding/ReaderTesting.h"
+
+using lum::decoding::CFormulaInputs;
+using lum::decoding::LogFormat;
+using lum::test::CTestReader;
+using lum::test::ReaderCase;
+
+namespace {
+
+template <std::size_t kCount>
+void CheckAll(const ReaderCase (&rows)[kCount], char separator = '\0') {
+  CTestReader reader(LogFormat::Plain, {.separator = separator});
+  for (const ReaderCase& row : rows) {
+    EXPECT_EQ(reader.Read(row.line), row.outcome) << row.line;
+  }
+}
+
+}  // namespace
+
+TEST(PlainReader, SplitsAtBlanks) {
+  const ReaderCase rows[] = {
+      {"1 2.5 x", "data [1|2.5|x]"},
+      {" \t a \t b\t", "data [a|b]"},
+      {"(1.5) a b", "data 1.500000 [a|b]"},
+      {"(1.5)", "data 1.500000 []"},
+      {"(1.5)a b", "data [(1.5)a|b]"},
+      {"(x) a", "data [(x)|a]"},
+      {"1,2", "data [1,2]"},
+      {"", "remark"},
+      {"  ", "remark"},
+      {" # 1 2", "remark"},
+  };
+  CheckAll(rows);
+}
+
+TEST(PlainReader, SplitsAtASeparator) {
+  const ReaderCase rows[] = {
+      {"1;2,5;", "data [1|2,5|]"},
+      {";", "data [|]"},
+      {"(1.5) a;b", "data 1.500000 [a|b]"},
+      {" a ;b", "data [ a |b]"},
+  };
+  CheckAll(rows, ';');
+}
+
+TEST(PlainReader, ATabSeparatesEmptyFieldsToo) {
+  const ReaderCase rows[] = {
+      {"\ta\t\tb", "data [|a||b]"},
+      {"(1.5)\t\ta", "data 1.500000 [|a]"},
+  };
+  CheckAll(rows, '\t');
+}
+
+TEST(PlainReader, TakesFieldsUpToTheLimit) {
+  CTestReader reader(LogFormat::Plain);
+  std::string most;
+  for (std::size_t i = 0; i < CFormulaInputs::kMaxFields; ++i) {
+    most += "x ";
+  }
+  EXPECT_TRUE(reader.Take(most).hasRecord);
+  EXPECT_EQ(reader.record.fields.size(), CFormulaInputs::kMaxFields);
+  EXPECT_EQ(reader.Read(most + "y"), "column 513: more than 256 fields");
+}
+
+TEST(PlainReader, RefusesALineThatWasCut) {
+  CTestReader reader(LogFormat::Plain);
+  EXPECT_EQ(reader.ReadTooLong("1 2"), "column 4: line is longer than 65536 bytes");
+}

@@ -1,0 +1,157 @@
+#include "tools/lumattr/PlotScript.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "decoding/NumberText.h"
+#include "tools/lumattr/Text.h"
+
+namespace lum::tool {
+namespace {
+
+/// Time stamps beyond it (March 1973) count from 1970, smaller ones from a start of their own.
+constexpr double kLeastDate = 1e8;
+/// Shorter drawings need parts of seconds at their axis.
+constexpr double kShortSpan = 10.0;
+constexpr int kWidth = 1200;
+constexpr int kPanelHeight = 260;
+constexpr int kFrameHeight = 90;
+
+using Panel = std::vector<const PlotCurve*>;
+
+/// In single quotes, where nothing but the quote itself has a meaning.
+std::string Literal(std::string_view text) {
+  std::string literal = "'";
+  for (const char ch : Printable(FromUtf8(text))) {
+    literal.append(ch == '\'' ? 2 : 1, ch);
+  }
+  return literal + "'";
+}
+
+std::vector<Panel> PanelsOf(const std::vector<PlotCurve>& curves) {
+  std::vector<Panel> panels;
+  for (const PlotCurve& curve : curves) {
+    if (curve.series.Points().empty()) {
+      continue;
+    }
+    const auto panel = std::find_if(panels.begin(), panels.end(), [&](const Panel& other) {
+      return other.front()->unit == curve.unit;
+    });
+    if (panel == panels.end()) {
+      panels.push_back({&curve});
+    } else {
+      panel->push_back(&curve);
+    }
+  }
+  return panels;
+}
+
+struct Span {
+  double first = 0.0;
+  double last = 0.0;
+};
+
+Span SpanOf(const std::vector<Panel>& panels) {
+  Span span{panels.front().front()->series.Points().front().first,
+            panels.front().front()->series.Points().front().last};
+  for (const Panel& panel : panels) {
+    for (const PlotCurve* curve : panel) {
+      for (const PlotPoint& point : curve->series.Points()) {
+        span.first = std::min(span.first, point.first);
+        span.last = std::max(span.last, point.last);
+      }
+    }
+  }
+  return span;
+}
+
+void AppendPoint(std::string& text, double at, double value) {
+  decoding::AppendFixed(text, at, 6);
+  text += ' ';
+  decoding::AppendShortest(text, value);
+  text += '\n';
+}
+
+/// A line through all points; an empty line where the column has no value.
+void AppendData(std::string& text, const PlotCurve& curve, std::size_t number) {
+  text += "$curve" + std::to_string(number) + " << END\n";
+  for (const PlotPoint& point : curve.series.Points()) {
+    text += point.isAfterGap ? "\n" : "";
+    AppendPoint(text, point.first, point.minimum);
+    if (point.minimum != point.maximum || point.first != point.last) {
+      AppendPoint(text, point.last, point.maximum);
+    }
+  }
+  text += "END\n";
+}
+
+std::string AxisCommands(const PlotLayout& layout, const Span& span) {
+  if (layout.hasTime && span.first >= kLeastDate) {
+    const bool isShort = span.last - span.first < kShortSpan;
+    return std::string("set xdata time\nset timefmt '%s'\nlabel = 'time (UTC)'\nset format x ") +
+           (isShort ? "\"%H:%M:%.3S\\n%Y-%m-%d\"\n" : "\"%H:%M:%S\\n%Y-%m-%d\"\n");
+  }
+  return std::string("label = ") + (layout.hasTime ? "'time (s)'" : "'line'") + "\n";
+}
+
+/// One value alone has no width: the axis gets some.
+std::string RangeCommand(const Span& span) {
+  const double margin = span.first == span.last ? 1.0 : 0.0;
+  std::string text = "set xrange [";
+  decoding::AppendFixed(text, span.first - margin, 6);
+  text += ":";
+  decoding::AppendFixed(text, span.last + margin, 6);
+  return text + "]\n";
+}
+
+/// Single values are seen as points, many as a line.
+std::string Style(const PlotCurve& curve) {
+  constexpr std::size_t kMostMarked = 500;
+  return curve.series.Points().size() > kMostMarked ? "lines" : "linespoints pointsize 0.3";
+}
+
+std::string PanelCommands(const Panel& panel, std::size_t& number, bool isLast) {
+  const std::string unit = panel.front()->unit;
+  std::string text = isLast ? "set xlabel label\n" : "";
+  text += "set ylabel " + Literal(unit) + "\nplot ";
+  for (std::size_t i = 0; i < panel.size(); ++i) {
+    text += (i == 0 ? "" : ", ");
+    text += "$curve" + std::to_string(number++) + " using 1:2 with " + Style(*panel[i]) +
+            " title " + Literal(panel[i]->title);
+  }
+  return text + "\n";
+}
+
+}  // namespace
+
+std::string PlotScript(const std::vector<PlotCurve>& curves, const PlotLayout& layout,
+                       const std::string& output) {
+  const std::vector<Panel> panels = PanelsOf(curves);
+  if (panels.empty()) {
+    return {};
+  }
+  const Span span = SpanOf(panels);
+  const std::string size =
+      std::to_string(kWidth) + "," +
+      std::to_string(kFrameHeight + kPanelHeight * static_cast<int>(panels.size()));
+  std::string text = "set terminal " +
+                     std::string(layout.isPng ? "pngcairo" : "svg dynamic background 'white'") +
+                     " noenhanced size " + size + "\nset output " + Literal(output) + "\n";
+  text +=
+      "set encoding utf8\nset grid\nset key outside right top\nset lmargin 12\nset rmargin 26\n";
+  std::size_t number = 0;
+  for (const Panel& panel : panels) {
+    for (const PlotCurve* curve : panel) {
+      AppendData(text, *curve, number++);
+    }
+  }
+  text += AxisCommands(layout, span) + RangeCommand(span);
+  text += "set multiplot layout " + std::to_string(panels.size()) + ",1\n";
+  number = 0;
+  for (std::size_t i = 0; i < panels.size(); ++i) {
+    text += PanelCommands(panels[i], number, i + 1 == panels.size());
+  }
+  return text + "unset multiplot\nset output\n";
+}
+
+}  // namespace lum::tool
