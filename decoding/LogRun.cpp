@@ -14,15 +14,15 @@ static_assert(kMaxLogLine == 65'536);
 constexpr std::uint64_t kCountedAtOnce = 1 << 18;
 
 bool NeedsJ1939(const MatchTerm& term) {
-  using Part = MatchTerm::Part;
-  return term.part == Part::Pgn || term.part == Part::Source || term.part == Part::Destination ||
-         term.part == Part::Priority;
+  using enum MatchTerm::Part;
+  return term.part == Pgn || term.part == Source || term.part == Destination ||
+         term.part == Priority;
 }
 
 bool NeedsJ1939(const std::optional<CExpression>& formula) {
-  constexpr Input kInputs[] = {Input::Message, Input::Pgn, Input::Source, Input::Destination,
-                               Input::Priority};
-  return formula && std::any_of(std::begin(kInputs), std::end(kInputs),
+  constexpr Input kOfJ1939[] = {Input::Message, Input::Pgn, Input::Source, Input::Destination,
+                                Input::Priority};
+  return formula && std::any_of(std::begin(kOfJ1939), std::end(kOfJ1939),
                                 [&](Input input) { return formula->Uses(input); });
 }
 
