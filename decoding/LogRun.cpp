@@ -11,17 +11,18 @@ namespace {
 
 constexpr std::string_view kTooLong = "the line is longer than 65536 bytes";
 static_assert(kMaxLogLine == 65'536);
+constexpr std::uint64_t kCountedAtOnce = 1 << 18;
 
 bool NeedsJ1939(const MatchTerm& term) {
-  using Part = MatchTerm::Part;
-  return term.part == Part::Pgn || term.part == Part::Source || term.part == Part::Destination ||
-         term.part == Part::Priority;
+  using enum MatchTerm::Part;
+  return term.part == Pgn || term.part == Source || term.part == Destination ||
+         term.part == Priority;
 }
 
 bool NeedsJ1939(const std::optional<CExpression>& formula) {
-  constexpr Input kInputs[] = {Input::Message, Input::Pgn, Input::Source, Input::Destination,
-                               Input::Priority};
-  return formula && std::any_of(std::begin(kInputs), std::end(kInputs),
+  constexpr Input kOfJ1939[] = {Input::Message, Input::Pgn, Input::Source, Input::Destination,
+                                Input::Priority};
+  return formula && std::any_of(std::begin(kOfJ1939), std::end(kOfJ1939),
                                 [&](Input input) { return formula->Uses(input); });
 }
 
@@ -43,12 +44,9 @@ std::uint64_t FirstOffset(const LogRunOptions& options) {
   return options.resumeFrom - std::min(options.resumeFrom, CLogRun::kWarmUpBytes);
 }
 
-std::uint64_t SkipTo(CLogInput& input, std::uint64_t offset) {
-  if (offset > 0 && !input.Skip(offset)) {
-    throw DecodingError("the log ends before byte " + std::to_string(offset) +
-                        ", from which to resume");
-  }
-  return offset;
+[[noreturn]] void ComplainOfEnd(std::uint64_t from) {
+  throw DecodingError("the log ends before byte " + std::to_string(from) +
+                      ", from which to resume");
 }
 
 }  // namespace
@@ -59,14 +57,32 @@ LogFormat FitFormat(LogFormat detected, const Profile& profile) {
 
 CLogRun::CLogRun(CLogInput& input, const Profile& profile, const LogRunOptions& options)
     : m_isInterrupted(options.isInterrupted),
-      m_lines(input, SkipTo(input, FirstOffset(options))),
+      m_resumeFrom(options.resumeFrom),
+      m_linesBefore(CountLines(input, FirstOffset(options))),
+      m_lines(input, FirstOffset(options)),
       m_decoder(profile) {
   m_line.end = FirstOffset(options);
   m_format = ChooseFormat(profile, options);
   m_reader = MakeLogReader(m_format, profile.reader);
-  if (options.resumeFrom > 0) {
-    WarmUp(options.resumeFrom);
+  WarmUp();
+}
+
+/// Passes over the first bytes of a log. They are read and not skipped, for rows tell the numbers
+/// of their lines.
+std::uint64_t CLogRun::CountLines(CLogInput& input, std::uint64_t bytes) const {
+  std::vector<char> block(static_cast<std::size_t>(std::min(bytes, kCountedAtOnce)));
+  std::uint64_t lines = 0;
+  for (std::uint64_t left = bytes; left > 0 && !IsInterrupted();) {
+    const auto room = static_cast<std::size_t>(std::min<std::uint64_t>(left, block.size()));
+    const std::size_t count = input.Read(block.data(), room);
+    if (count == 0 && !IsInterrupted()) {
+      ComplainOfEnd(m_resumeFrom);
+    }
+    const auto end = block.begin() + static_cast<std::ptrdiff_t>(count);
+    lines += static_cast<std::uint64_t>(std::count(block.begin(), end, '\n'));
+    left -= count;
   }
+  return lines;
 }
 
 LogFormat CLogRun::ChooseFormat(const Profile& profile, const LogRunOptions& options) {
@@ -98,24 +114,26 @@ bool CLogRun::NextLine() {
     const std::uint64_t end = m_line.end;
     const bool isThere = m_lines.Next(m_line) && !IsInterrupted();
     m_line.end = isThere ? m_line.end : end;
+    m_line.number += m_linesBefore;
     return isThere;
   }
   m_replayed = std::move(m_sample.front());
   m_sample.pop_front();
   m_line = m_replayed.line;
   m_line.text = m_replayed.text;
+  m_line.number += m_linesBefore;
   return true;
 }
 
 /// Feeds the reader with the lines before, which gave their rows to an earlier run. The first may
 /// be cut; what it makes of that is nobody's business.
-void CLogRun::WarmUp(std::uint64_t from) {
-  while (m_line.end < from) {
-    if (!NextLine()) {
-      throw DecodingError("the log ends before byte " + std::to_string(from) +
-                          ", from which to resume");
+void CLogRun::WarmUp() {
+  while (m_line.end < m_resumeFrom && !IsInterrupted()) {
+    if (NextLine()) {
+      m_reader->Take(m_line, m_record, m_problem);
+    } else if (!IsInterrupted()) {
+      ComplainOfEnd(m_resumeFrom);
     }
-    m_reader->Take(m_line, m_record, m_problem);
   }
 }
 

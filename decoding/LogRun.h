@@ -2,6 +2,7 @@
 // honest count of it all.
 #pragma once
 
+#include <algorithm>
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
@@ -37,7 +38,8 @@ struct LogCounts {
 
 struct LogRunOptions {
   std::optional<LogFormat> format;  ///< In place of the profile's, or of what the lines look like.
-  std::uint64_t resumeFrom = 0;     ///< Offset of the first line that counts.
+  /// The first line that counts begins at this byte or behind it. Lines keep their numbers.
+  std::uint64_t resumeFrom = 0;
   /// Once it is set the log ends before the next line, which is left whole for another run.
   const std::atomic<bool>* isInterrupted = nullptr;
 };
@@ -74,7 +76,7 @@ class CLogRun {
   LogFormat Format() const { return m_format; }
   bool IsFormatDetected() const { return m_isFormatDetected; }
   /// Behind the last line that was taken: where another run may resume.
-  std::uint64_t Offset() const { return m_line.end; }
+  std::uint64_t Offset() const { return std::max(m_line.end, m_resumeFrom); }
   /// Whether the next line is there without a wait.
   bool HasBuffered() const { return !m_sample.empty() || m_lines.HasBuffered(); }
   const LogCounts& Counts() const { return m_counts; }
@@ -89,12 +91,15 @@ class CLogRun {
   bool NextLine();
   void TakeSample();
   LogFormat ChooseFormat(const Profile& profile, const LogRunOptions& options);
-  void WarmUp(std::uint64_t from);
+  std::uint64_t CountLines(CLogInput& input, std::uint64_t bytes) const;
+  void WarmUp();
   void TakeLine();
   void Count();
   bool FinishReader();
 
   const std::atomic<bool>* m_isInterrupted;
+  std::uint64_t m_resumeFrom;
+  std::uint64_t m_linesBefore;  ///< That end before the first line that is read.
   CLineReader m_lines;
   std::deque<StoredLine> m_sample;
   StoredLine m_replayed;

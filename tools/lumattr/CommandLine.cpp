@@ -4,6 +4,14 @@
 #include <utility>
 
 namespace lum::tool {
+namespace {
+
+/// The library that reads the command line takes "-1" for the largest number.
+std::string WhyNotUnsigned(const std::string& text) {
+  return text.starts_with('-') ? text + " is negative" : "";
+}
+
+}  // namespace
 
 const COption& COption::Required() const {
   m_option->required();
@@ -70,7 +78,7 @@ COption CCommand::Option(const char* name, int& variable, const char* descriptio
 }
 
 COption CCommand::Option(const char* name, std::size_t& variable, const char* description) const {
-  return COption(m_app->add_option(name, variable, description));
+  return COption(m_app->add_option(name, variable, description)->check(WhyNotUnsigned));
 }
 
 COption CCommand::Option(const char* name, const char* description) const {

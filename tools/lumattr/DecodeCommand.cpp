@@ -72,7 +72,7 @@ std::string CountsText(const LogCounts& counts) {
   } rows[] = {
       {counts.unmatched, "line of no message", "lines of no message"},
       {counts.parts, "frame of longer messages", "frames of longer messages"},
-      {counts.remarks, "empty or remark", "empty or remarks"},
+      {counts.remarks, "empty line or remark", "empty lines or remarks"},
       {counts.remote, "remote frame", "remote frames"},
       {counts.busErrors, "error frame", "error frames"},
       {counts.unusable, "frame of CAN FD", "frames of CAN FD"},
@@ -95,23 +95,29 @@ class CDecodeCommand {
         m_profile(profile),
         m_context(context),
         m_isInterrupted(WatchInterruption()),
-        m_progress(context.err, IsErrorTerminal()),
-        m_writer(MakeRowWriter(profile, {Format(), true, options.files.size() > 1})),
+        m_progress(context.err, IsErrorTerminal() && (options.stats || !context.terminal)),
+        m_writer(
+            MakeRowWriter(profile, {Format(), true, options.files.size() > 1, context.terminal})),
         m_statistics(profile) {}
 
   void Run() {
     if (!m_options.stats) {
       m_writer->AppendTitles(m_rows);
     }
-    for (const std::string& file : m_options.files) {
-      if (!m_isInterrupted && !m_isStopped) {
-        DecodeFile(file);
-      }
+    std::size_t unread = m_options.files.size();
+    for (; unread > 0 && !m_isInterrupted && !m_isStopped; --unread) {
+      TryFile(m_options.files[m_options.files.size() - unread]);
     }
-    if (m_options.stats) {
+    if (unread > 0) {
+      m_context.err << "lumattr: " << Counted(unread, "log was", "logs were") << " not read\n";
+    }
+    if (m_options.stats && m_hasRead) {
       m_statistics.Print(Format(), m_context);
     }
-    m_context.exitCode = m_isInterrupted ? kExitInterrupted : m_isBad ? kExitFinding : kExitFine;
+    m_context.exitCode = m_isTrouble       ? kExitTrouble
+                         : m_isInterrupted ? kExitInterrupted
+                         : m_isBad         ? kExitFinding
+                                           : kExitFine;
   }
 
  private:
@@ -120,6 +126,19 @@ class CDecodeCommand {
   }
   const char* ShownName(const std::string& file) const {
     return file == "-" ? "standard input" : file.c_str();
+  }
+
+  /// A log that cannot be read must not keep the others from being decoded.
+  void TryFile(const std::string& file) {
+    try {
+      DecodeFile(file);
+    } catch (const decoding::DecodingError& error) {
+      // Compressed data that an interruption breaks off are not damaged.
+      if (!m_isInterrupted) {
+        m_isTrouble = true;
+        m_context.err << "lumattr: " << Printable(FromUtf8(error.what())) << '\n';
+      }
+    }
   }
 
   void DecodeFile(const std::string& file) {
@@ -132,17 +151,15 @@ class CDecodeCommand {
     try {
       DecodeLines(run, input);
     } catch (const decoding::DecodingError&) {
-      // Compressed data that an interruption breaks off are not damaged.
       Finish(run);
-      if (!m_isInterrupted) {
-        throw;
-      }
-      return;
+      throw;
     }
     Finish(run);
   }
 
   void DecodeLines(CLogRun& run, const CLogInput& input) {
+    m_hasRead = true;
+    m_progress.Begin(input.BytesTaken());
     while (!m_isStopped && run.Next()) {
       if (run.Problem() != nullptr) {
         TakeProblem(*run.Problem());
@@ -150,7 +167,7 @@ class CDecodeCommand {
       for (const std::size_t message : run.Matches()) {
         TakeRow(run.Decode(message));
       }
-      if (m_rows.size() >= kOutputBytes || (!m_rows.empty() && !run.HasBuffered())) {
+      if (!m_rows.empty() && !run.HasBuffered()) {
         HandOn();
       }
       m_progress.Show(input.BytesTaken(), input.Size());
@@ -166,6 +183,9 @@ class CDecodeCommand {
     } else {
       m_writer->AppendRow(m_rows, row);
     }
+    if (m_rows.size() >= kOutputBytes) {  // A line may give thousands of rows.
+      HandOn();
+    }
   }
 
   void TakeProblem(const LineProblem& problem) {
@@ -175,13 +195,13 @@ class CDecodeCommand {
       return;
     }
     ++m_problemsShown;
+    HandOn();  // On a terminal the message stands behind the rows of the lines before.
     m_progress.Wipe();
     m_context.err << "lumattr: " << m_file << ':' << problem.line << ':' << problem.column << ": "
                   << problem.reason << '\n';
   }
 
   void HandOn() {
-    m_progress.Wipe();
     m_context.out.write(m_rows.data(), static_cast<std::streamsize>(m_rows.size()));
     m_context.out.flush();
     m_rows.clear();
@@ -189,6 +209,7 @@ class CDecodeCommand {
 
   void Finish(const CLogRun& run) {
     HandOn();
+    m_progress.Wipe();
     if (run.Counts().problems > m_problemsShown) {
       m_context.err << "lumattr: " << m_file << ": "
                     << Counted(run.Counts().problems - m_problemsShown, "problem", "problems")
@@ -199,9 +220,17 @@ class CDecodeCommand {
                   << (run.IsFormatDetected() ? " by its looks" : "") << ": "
                   << CountsText(run.Counts()) << '\n';
     if (m_isInterrupted) {
-      m_context.err << "lumattr: " << m_file << ": interrupted; go on with --resume-from "
-                    << run.Offset() << '\n';
+      SayWhereToGoOn(run);
     }
+  }
+
+  /// Another run sees other first lines: it must not have to find the format out anew.
+  void SayWhereToGoOn(const CLogRun& run) {
+    const bool isFound = run.IsFormatDetected() && run.Counts().lines > 0;
+    const std::string format =
+        isFound ? "--format " + std::string(LogFormatName(run.Format())) + " " : "";
+    m_context.err << "lumattr: " << m_file << ": interrupted; go on with " << format
+                  << "--resume-from " << run.Offset() << '\n';
   }
 
   const CommandOptions& m_options;
@@ -216,6 +245,8 @@ class CDecodeCommand {
   std::size_t m_problemsShown = 0;
   bool m_isBad = false;
   bool m_isStopped = false;
+  bool m_isTrouble = false;
+  bool m_hasRead = false;
 };
 
 // ---- --check-profile

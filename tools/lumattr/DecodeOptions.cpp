@@ -75,7 +75,7 @@ std::string FaultText(const std::string& file, const ProfileFault& fault) {
     text += "; expected " + fault.expected;
   }
   if (!fault.suggestion.empty()) {
-    text += "; did you mean '" + fault.suggestion + "'?";
+    text += "; did you mean " + Quoted(FromUtf8(fault.suggestion)) + "?";
   }
   return text;
 }

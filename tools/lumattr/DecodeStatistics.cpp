@@ -1,5 +1,6 @@
 #include "tools/lumattr/DecodeStatistics.h"
 
+#include <algorithm>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
@@ -42,6 +43,9 @@ std::string NumberText(double number, std::optional<int> digits) {
   return text;
 }
 
+/// A text of a profile or a command line as JSON takes it: some UTF-8.
+std::string JsonText(const std::string& text) { return ToUtf8(FromUtf8(text)); }
+
 TableRow Line(const MessageRule& message, const ColumnRule& rule, const CColumnStatistics& column) {
   const auto number = [&](double value) {
     return column.Count() > 0 ? NumberText(value, rule.digits) : std::string();
@@ -61,8 +65,8 @@ TableRow Line(const MessageRule& message, const ColumnRule& rule, const CColumnS
 Json ColumnJson(const ColumnRule& rule, const CColumnStatistics& column) {
   const bool hasValues = column.Count() > 0;
   Json json;
-  json["column"] = rule.name;
-  json["unit"] = rule.unit;
+  json["column"] = JsonText(rule.name);
+  json["unit"] = JsonText(rule.unit);
   json["count"] = column.Count();
   json["minimum"] = hasValues ? Json(column.Minimum()) : Json(nullptr);
   json["maximum"] = hasValues ? Json(column.Maximum()) : Json(nullptr);
@@ -102,7 +106,8 @@ void CDecodeStatistics::PrintJson(ToolContext& context) const {
     for (std::size_t j = 0; j < rule.columns.size(); ++j) {
       columns.push_back(ColumnJson(rule.columns[j], m_messages[i].columns[j]));
     }
-    json.push_back({{"message", rule.name}, {"rows", m_messages[i].rows}, {"columns", columns}});
+    json.push_back(
+        {{"message", JsonText(rule.name)}, {"rows", m_messages[i].rows}, {"columns", columns}});
   }
   context.out << SafeJson(json.dump(2)) << '\n';
 }
@@ -122,6 +127,10 @@ void CDecodeStatistics::Print(RowFormat format, ToolContext& context) const {
     }
   }
   if (format == RowFormat::Table) {
+    for (TableRow& row : rows) {
+      std::transform(row.begin(), row.end(), row.begin(),
+                     [](const std::string& text) { return Printable(FromUtf8(text)); });
+    }
     PrintTable(context, titles, rows);
     return;
   }

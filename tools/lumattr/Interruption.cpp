@@ -21,9 +21,13 @@ const std::atomic<bool>& WatchInterruption() {
   std::signal(SIGINT, Interrupt);
 #else
   // A wait for a pipe's next bytes ends at once, too.
-  struct sigaction action = {};
-  action.sa_handler = Interrupt;
-  ::sigaction(SIGINT, &action, nullptr);
+  struct sigaction before = {};
+  ::sigaction(SIGINT, nullptr, &before);
+  if (before.sa_handler != SIG_IGN) {  // Whoever started the program wants it left alone.
+    struct sigaction action = {};
+    action.sa_handler = Interrupt;
+    ::sigaction(SIGINT, &action, nullptr);
+  }
 #endif
   return g_isInterrupted;
 }

@@ -1,6 +1,8 @@
 #include "tools/lumattr/Progress.h"
 
+#include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "decoding/NumberText.h"
 
@@ -16,6 +18,12 @@ constexpr double kMega = 1e6;
 
 CProgress::CProgress(std::ostream& stream, bool isShown) : m_stream(stream), m_isShown(isShown) {}
 
+void CProgress::Begin(std::uint64_t taken) {
+  m_first = taken;
+  m_nextLook = taken;
+  m_start = m_last = Clock::now();
+}
+
 void CProgress::Show(std::uint64_t taken, std::optional<std::uint64_t> size) {
   if (!m_isShown || taken < m_nextLook) {
     return;
@@ -27,23 +35,26 @@ void CProgress::Show(std::uint64_t taken, std::optional<std::uint64_t> size) {
   }
   m_last = now;
   const double seconds = std::chrono::duration<double>(now - m_start).count();
-  m_stream << '\r' << Text(taken, size, seconds) << "\x1b[K" << std::flush;
-  m_isOnScreen = true;
+  const std::string text = Text(taken, taken - m_first, size, seconds);
+  const std::size_t width = std::exchange(m_width, text.size());
+  // Blanks wipe what was longer on any terminal, also on one without control sequences.
+  m_stream << '\r' << text << std::string(width - std::min(width, m_width), ' ') << std::flush;
 }
 
 void CProgress::Wipe() {
-  if (m_isOnScreen) {
-    m_stream << "\r\x1b[K" << std::flush;
-    m_isOnScreen = false;
+  if (m_width > 0) {
+    m_stream << '\r' << std::string(m_width, ' ') << '\r' << std::flush;
+    m_width = 0;
   }
 }
 
-std::string CProgress::Text(std::uint64_t taken, std::optional<std::uint64_t> size,
-                            double seconds) {
+std::string CProgress::Text(std::uint64_t taken, std::uint64_t takenInTime,
+                            std::optional<std::uint64_t> size, double seconds) {
   const auto bytes = static_cast<double>(taken);
-  const double rate = seconds > 0.0 ? bytes / seconds : 0.0;
+  const double rate = seconds > 0.0 ? static_cast<double>(takenInTime) / seconds : 0.0;
   std::string text;
-  if (size && *size > 0) {
+  // A log that is being written outgrows the size that it had.
+  if (size && *size > 0 && taken <= *size) {
     decoding::AppendFixed(text, std::floor(100.0 * bytes / static_cast<double>(*size)), 0);
     text += " %, ";
   }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -15,7 +16,7 @@ struct RowColumn {
 };
 
 /// The columns of all messages side by side. Those with the same name and unit are one; those with
-/// the same name alone are told apart by their message: "GGA.Altitude".
+/// the same name alone are told apart by the first message that has them: "GGA.Altitude".
 class CRowColumns {
  public:
   explicit CRowColumns(const decoding::Profile& profile);
@@ -25,13 +26,12 @@ class CRowColumns {
   const std::vector<std::size_t>& PlacesOf(std::size_t message) const { return m_places[message]; }
 
  private:
-  std::size_t PlaceOf(const decoding::MessageRule& message, const decoding::ColumnRule& column);
+  /// Places by name, then by unit.
+  using Index = std::map<std::string, std::map<std::string, std::size_t>>;
 
-  struct CSource {
-    std::string name;
-    std::string unit;
-  };
-  std::vector<CSource> m_sources;  // Of m_columns.
+  std::size_t PlaceOf(const decoding::MessageRule& message, const decoding::ColumnRule& column,
+                      Index& index);
+
   std::vector<RowColumn> m_columns;
   std::vector<std::vector<std::size_t>> m_places;
 };

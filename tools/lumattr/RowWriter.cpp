@@ -40,7 +40,9 @@ void AppendTime(std::string& text, const Row& row) {
   }
 }
 
-std::string JsonText(const std::string& text) { return SafeJson(nlohmann::json(text).dump()); }
+std::string JsonText(const std::string& text) {
+  return SafeJson(nlohmann::json(ToUtf8(FromUtf8(text))).dump());
+}
 
 // ---- CSV by RFC 4180: a cell without a value is empty
 
@@ -50,12 +52,12 @@ class CCsvRows : public CRowWriter {
       : m_profile(profile), m_layout(layout), m_columns(profile) {
     m_cells.resize(m_columns.Columns().size());
     for (const MessageRule& message : profile.messages) {
-      m_messages.push_back(CsvField(message.name));
+      m_messages.push_back(Field(message.name));
     }
   }
 
   void SetFile(const std::string& name) override {
-    m_file = m_layout.hasFile ? CsvField(name) + "," : "";
+    m_file = m_layout.hasFile ? Field(name) + "," : "";
   }
 
   void AppendTitles(std::string& text) const override {
@@ -63,7 +65,7 @@ class CCsvRows : public CRowWriter {
     text += m_layout.hasTime ? ",time" : "";
     text += HasMessages() ? ",message" : "";
     for (const RowColumn& column : m_columns.Columns()) {
-      text += "," + CsvField(column.name);
+      text += "," + Field(column.name);
     }
     text += "\r\n";
   }
@@ -85,6 +87,10 @@ class CCsvRows : public CRowWriter {
 
  private:
   bool HasMessages() const { return m_profile.messages.size() > 1; }
+
+  std::string Field(const std::string& text) const {
+    return CsvField(m_layout.isTerminal ? Printable(FromUtf8(text)) : text);
+  }
 
   void AppendCells(std::string& text, const Row& row) const {
     const std::vector<std::size_t>& places = m_columns.PlacesOf(row.messageIndex);
@@ -116,7 +122,8 @@ class CJsonRows : public CRowWriter {
   CJsonRows(const Profile& profile, const RowLayout& layout) : m_layout(layout) {
     for (const MessageRule& message : profile.messages) {
       CMessage& texts = m_messages.emplace_back();
-      texts.start = ",\"message\":" + JsonText(message.name) + ",\"values\":{";
+      texts.start = message.name.empty() ? "" : ",\"message\":" + JsonText(message.name);
+      texts.start += ",\"values\":{";
       for (const ColumnRule& column : message.columns) {
         texts.keys.push_back((texts.keys.empty() ? "" : ",") + JsonText(column.name) + ":");
       }
@@ -169,12 +176,10 @@ class CJsonRows : public CRowWriter {
 
   /// The number that was found and is none of the column's values.
   static void AppendRefused(std::string& text, const Cell& cell) {
-    const bool isQuoted = cell.reason == CellReason::NotANumber;
-    if (isQuoted || cell.reason == CellReason::OutOfRange ||
-        cell.reason == CellReason::NotAvailableNumber || cell.reason == CellReason::ErrorNumber) {
-      text += isQuoted ? ",\"value\":\"" : ",\"value\":";
+    if (cell.reason == CellReason::OutOfRange || cell.reason == CellReason::NotAvailableNumber ||
+        cell.reason == CellReason::ErrorNumber) {
+      text += ",\"value\":";
       decoding::AppendShortest(text, cell.value);
-      text += isQuoted ? "\"" : "";
     }
   }
 
@@ -205,13 +210,15 @@ class CTableRows : public CRowWriter {
   void AppendTitles(std::string& text) const override {
     AppendLeft(text, m_layout.hasFile ? "FILE" : "", m_layout.hasFile ? kFileWidth : 0);
     AppendRight(text, "LINE", kLineWidth);
-    AppendRight(text, m_layout.hasTime ? "TIME" : "", m_layout.hasTime ? kTimeWidth : 0);
+    if (m_layout.hasTime) {
+      AppendRight(text, "TIME", kTimeWidth);
+    }
     if (HasMessages()) {
       text += "  ";
       AppendLeft(text, "MESSAGE", m_messageWidth);
     }
     for (std::size_t i = 0; i < m_titles.size(); ++i) {
-      AppendRight(text, m_titles[i], m_widths[i] + 2);
+      AppendRight(text, m_titles[i], m_widths[i]);
     }
     EndLine(text);
   }
@@ -236,8 +243,9 @@ class CTableRows : public CRowWriter {
 
  private:
   static constexpr int kLeastWidth = 9;
-  static constexpr int kLineWidth = 8;
-  static constexpr int kTimeWidth = 19;
+  static constexpr int kLineWidth = 6;
+  static constexpr int kTimeWidth = 17;
+  static constexpr int kGap = 2;
   static constexpr int kFileWidth = 20;
 
   bool HasMessages() const { return m_profile.messages.size() > 1; }
@@ -249,8 +257,9 @@ class CTableRows : public CRowWriter {
     text += cell;
     Fill(text, width - DisplayWidth(cell));
   }
+  /// A cell that is wider than its column pushes the rest of the row aside.
   static void AppendRight(std::string& text, const std::string& cell, int width) {
-    Fill(text, width - DisplayWidth(cell));
+    Fill(text, kGap + width - std::min(DisplayWidth(cell), width));
     text += cell;
   }
   static void EndLine(std::string& text) {
@@ -267,7 +276,7 @@ class CTableRows : public CRowWriter {
       AppendCell(m_cells[places[i]], row.cells[i], row.message->columns[i]);
     }
     for (std::size_t i = 0; i < m_cells.size(); ++i) {
-      AppendRight(text, m_cells[i], m_widths[i] + 2);
+      AppendRight(text, m_cells[i], m_widths[i]);
     }
   }
 

@@ -13,7 +13,8 @@ enum class RowFormat { Table, Csv, Json };
 struct RowLayout {
   RowFormat format = RowFormat::Table;
   bool hasTime = true;
-  bool hasFile = false;  ///< A column for the file that a row comes from.
+  bool hasFile = false;     ///< A column for the file that a row comes from.
+  bool isTerminal = false;  ///< Nothing that a profile or a file is called may steer it.
 };
 
 /// Appends rows to a text, whole lines only. Columns of several messages that share name and unit
