@@ -64,8 +64,9 @@ FixedParts SplitFixed(std::uint64_t mantissa, int shift, int digits) {
     return {};  // Below 2^-52: nine digits round to nothing.
   }
   const auto power = kPowersOfTen[static_cast<std::size_t>(digits)];
-  return shift + std::bit_width(power) < 64 ? SplitFixed<std::uint64_t>(mantissa, shift, digits)
-                                            : SplitFixed<WideUInt>(mantissa, shift, digits);
+  const auto bits = static_cast<int>(std::bit_width(power));
+  return shift + bits < 64 ? SplitFixed<std::uint64_t>(mantissa, shift, digits)
+                           : SplitFixed<WideUInt>(mantissa, shift, digits);
 }
 
 char* WriteFraction(char* at, std::uint64_t fraction, int digits) {

@@ -16,7 +16,7 @@ import sys
 
 ROW = re.compile(r"^\|[^|]*\|([^|]*)\| `(\w+)` in `([\w./]+)` \|", re.MULTILINE)
 FOLDERS = ("platform", "values", "formulas", "definitions", "attributes", "catalogue",
-           "tools/lumattr")
+           "decoding", "tools/lumattr")
 OPERATORS = {ast.LShift: operator.lshift, ast.Mult: operator.mul, ast.Add: operator.add,
              ast.Sub: operator.sub}
 
@@ -55,7 +55,7 @@ def headers_constants(root):
     for folder in FOLDERS:
         for path in sorted((root / folder).rglob("*.h")):
             text = path.read_text(encoding="utf-8")
-            for name in sorted(set(re.findall(r"\b(kMax[A-Z]\w*) =", text))):
+            for name in sorted(set(re.findall(r"\b(kMax[A-Z]\w*) =(?!=)", text))):
                 yield name, path.relative_to(root).as_posix()
 
 
