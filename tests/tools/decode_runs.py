@@ -143,6 +143,7 @@ class DecodeRun(unittest.TestCase):
             process.stdin.write(b"1\n2\n3")
             process.stdin.flush()
             out = self.read_within_patience(process.stdout, b"2,,2\r\n")
+            time.sleep(0.3)  # Until it waits for the rest of the third line.
             process.send_signal(signal.SIGINT)
             process.wait(PATIENCE)
             err = process.stderr.read()
