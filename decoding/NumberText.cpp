@@ -101,6 +101,21 @@ bool AppendFast(std::string& text, double number, int digits) {
   return true;
 }
 
+/// Devices count in whole numbers. From 100000 on a text with an exponent may be shorter.
+bool AppendSmallWhole(std::string& text, double number) {
+  constexpr double kFirstWithExponent = 1e5;
+  if (!(std::fabs(number) < kFirstWithExponent)) {
+    return false;
+  }
+  const auto whole = static_cast<std::int32_t>(number);
+  if (whole != number || (whole == 0 && std::signbit(number))) {
+    return false;
+  }
+  char buffer[8];
+  text.append(buffer, std::to_chars(buffer, std::end(buffer), whole).ptr);
+  return true;
+}
+
 }  // namespace
 
 void AppendFixed(std::string& text, double number, int digits) {
@@ -114,7 +129,7 @@ void AppendFixed(std::string& text, double number, int digits) {
 }
 
 void AppendShortest(std::string& text, double number) {
-  if (AppendNoNumber(text, number)) {
+  if (AppendSmallWhole(text, number) || AppendNoNumber(text, number)) {
     return;
   }
   char buffer[32];

@@ -155,6 +155,19 @@ TEST(NumberText, TheShortestReadsBackTheSame) {
   EXPECT_EQ(Shortest(-3.0), "-3");
 }
 
+TEST(NumberText, TheShortestOfWholeNumbersIsTheStandardLibrarys) {
+  for (int whole = -200'000; whole <= 200'000; ++whole) {
+    for (const double number : {whole + 0.0, whole + 0.5}) {
+      char buffer[32];
+      char* const end = std::to_chars(buffer, std::end(buffer), number).ptr;
+      ASSERT_EQ(Shortest(number), std::string(std::begin(buffer), end));
+    }
+  }
+  EXPECT_EQ(Shortest(-0.0), "-0");
+  EXPECT_EQ(Shortest(99'999.0), "99999");
+  EXPECT_EQ(Shortest(100'000.0), "1e+05");
+}
+
 TEST(NumberText, AppendsToWhatIsThere) {
   std::string text = "x";
   AppendFixed(text, 1.25, 1);

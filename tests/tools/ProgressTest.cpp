@@ -4,11 +4,16 @@
 #include <gtest/gtest.h>
 
 #include <sstream>
+#include <thread>
 
 namespace lum::tool {
 namespace {
 
 constexpr std::uint64_t kMega = 1'000'000;
+
+std::size_t CountOfBlanksBehind(const std::string& text) {
+  return text.size() - 1 - text.find_last_not_of(' ');
+}
 
 TEST(Progress, SaysHowFarHowFastAndHowLong) {
   const struct {
@@ -50,6 +55,27 @@ TEST(Progress, ShowsNothingOfAShortRun) {
     progress.Show(100 * kMega, std::nullopt);
   }
   EXPECT_EQ(stream.str(), "");
+}
+
+TEST(Progress, CountsEachLogFromItsBeginning) {
+  constexpr std::chrono::milliseconds kBetweenLooks{550};
+  std::ostringstream stream;
+  CProgress progress(stream, true);
+  progress.Begin(0);
+  std::this_thread::sleep_for(kBetweenLooks);
+  progress.Show(100 * kMega, std::nullopt);
+  EXPECT_EQ(stream.str().substr(0, 9), "\r100.0 MB");
+  progress.Begin(0);
+  std::this_thread::sleep_for(kBetweenLooks);
+  stream.str("");
+  progress.Show(kMega, std::nullopt);
+  const std::string shown = stream.str();
+  EXPECT_EQ(shown.substr(0, 9), "\r1.0 MB, ");
+  // The first line was longer: blanks stand where it was.
+  const std::size_t width = shown.size() - 1;
+  progress.Wipe();
+  EXPECT_EQ(stream.str(),
+            shown + "\r" + std::string(width - CountOfBlanksBehind(shown), ' ') + "\r");
 }
 
 }  // namespace

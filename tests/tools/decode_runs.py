@@ -23,7 +23,7 @@ import unittest
 
 MB = 1_000_000
 LIMIT_OF_MEMORY = 32 * MB
-PATIENCE = 60  # Seconds until a run that hangs is given up.
+PATIENCE = 30  # Seconds until a run that hangs is given up.
 OFFSET = re.compile(rb"go on with (--format \w+ )?--resume-from (\d+)\n")
 
 
@@ -143,10 +143,11 @@ class DecodeRun(unittest.TestCase):
             process.stdin.write(b"1\n2\n3")
             process.stdin.flush()
             out = self.read_within_patience(process.stdout, b"2,,2\r\n")
+            time.sleep(0.3)  # Until it waits for the rest of the third line.
             process.send_signal(signal.SIGINT)
+            process.wait(PATIENCE)
             err = process.stderr.read()
             self.assertEqual(process.stdout.read(), b"")
-            process.stdin.close()
         self.assertEqual(process.returncode, 130)
         self.assertEqual(rows_of(out), b"1,,1\r\n2,,2\r\n")
         self.assertIn(b"interrupted; go on with --format plain --resume-from 4\n", err)
@@ -280,6 +281,7 @@ class DecodeRun(unittest.TestCase):
         self.assertRegex(shown, rb"\r\d+\.\d MB, \d+\.\d MB/s")
         progress, _, summary = shown.rpartition(b"\r")[0].rpartition(b"\rlumattr: ")
         self.assertRegex(progress, rb"\r +\Z")
+        self.assertEqual(len(re.findall(rb"\r +\r", shown)), 1, "it stays until the end")
         self.assertTrue(summary.startswith(b"standard input: "), shown)
 
     def test_no_progress_shows_in_a_file(self):
