@@ -46,8 +46,9 @@ std::uint64_t BusWord(const BusParts& bus) {
          std::uint64_t{bus.destination} << 56;
 }
 
-Cell AbsentCell(const Evaluation& evaluation, bool isRaw) {
-  Cell cell;
+// Cells are filled where they are: one that is made elsewhere and copied would be waited for.
+void SetAbsent(const Evaluation& evaluation, bool isRaw, Cell& cell) {
+  cell.value = 0.0;
   cell.step = evaluation.step;
   cell.isOfRaw = isRaw;
   switch (evaluation.absence) {
@@ -64,7 +65,14 @@ Cell AbsentCell(const Evaluation& evaluation, bool isRaw) {
       cell.reason = CellReason::NoValue;
       break;
   }
-  return cell;
+}
+
+void SetNumber(CellState state, CellReason reason, double value, Cell& cell) {
+  cell.state = state;
+  cell.reason = reason;
+  cell.value = value;
+  cell.step = 0;
+  cell.isOfRaw = false;
 }
 
 bool ContainsOne(const std::vector<NumberRange>& ranges, double number) {
@@ -75,53 +83,52 @@ bool ContainsOne(const std::vector<NumberRange>& ranges, double number) {
 /// Whether the number stands for something else; the cell then says for what.
 bool IsSentinel(const ColumnRule& column, double number, Cell& cell) {
   if (ContainsOne(column.notAvailable, number)) {
-    cell = {CellState::NotAvailable, CellReason::NotAvailableNumber, number};
+    SetNumber(CellState::NotAvailable, CellReason::NotAvailableNumber, number, cell);
     return true;
   }
   if (ContainsOne(column.error, number)) {
-    cell = {CellState::Error, CellReason::ErrorNumber, number};
+    SetNumber(CellState::Error, CellReason::ErrorNumber, number, cell);
     return true;
   }
   return false;
 }
 
-Cell CheckedCell(const ColumnRule& column, double value) {
+void SetChecked(const ColumnRule& column, double value, Cell& cell) {
   if (!std::isfinite(value)) {
-    return {CellState::Error, CellReason::NotANumber, 0.0};
+    SetNumber(CellState::Error, CellReason::NotANumber, value, cell);
+  } else if (column.range && !column.range->Contains(value)) {
+    SetNumber(CellState::Error, CellReason::OutOfRange, value, cell);
+  } else {
+    SetNumber(CellState::Value, CellReason::None, value, cell);
   }
-  if (column.range && !column.range->Contains(value)) {
-    return {CellState::Error, CellReason::OutOfRange, value};
-  }
-  return {CellState::Value, CellReason::None, value};
 }
 
-Cell DecodeWithoutRaw(const ColumnRule& column, CFormulaInputs& inputs) {
+void DecodeWithoutRaw(const ColumnRule& column, CFormulaInputs& inputs, Cell& cell) {
   const Evaluation value = column.formula->Evaluate(inputs);
   if (!value.HasValue()) {
-    return AbsentCell(value, false);
+    SetAbsent(value, false, cell);
+  } else if (!IsSentinel(column, value.value, cell)) {
+    SetChecked(column, value.value, cell);
   }
-  Cell cell;
-  return IsSentinel(column, value.value, cell) ? cell : CheckedCell(column, value.value);
 }
 
-Cell DecodeColumn(const ColumnRule& column, CFormulaInputs& inputs) {
+void DecodeColumn(const ColumnRule& column, CFormulaInputs& inputs, Cell& cell) {
   if (!column.raw) {
-    return DecodeWithoutRaw(column, inputs);
+    DecodeWithoutRaw(column, inputs, cell);
+    return;
   }
   const Evaluation raw = column.raw->Evaluate(inputs);
   if (!raw.HasValue()) {
-    return AbsentCell(raw, true);
+    SetAbsent(raw, true, cell);
+  } else if (IsSentinel(column, raw.value, cell)) {
+    return;
+  } else if (!column.formula) {
+    SetChecked(column, raw.value, cell);
+  } else {
+    inputs.SetNumber(Input::Raw, raw.value);
+    const Evaluation value = column.formula->Evaluate(inputs);
+    value.HasValue() ? SetChecked(column, value.value, cell) : SetAbsent(value, false, cell);
   }
-  Cell cell;
-  if (IsSentinel(column, raw.value, cell)) {
-    return cell;
-  }
-  if (!column.formula) {
-    return CheckedCell(column, raw.value);
-  }
-  inputs.SetNumber(Input::Raw, raw.value);
-  const Evaluation value = column.formula->Evaluate(inputs);
-  return value.HasValue() ? CheckedCell(column, value.value) : AbsentCell(value, false);
 }
 
 }  // namespace
@@ -239,7 +246,7 @@ Row CDecoder::Decode(const LogRecord& record, std::size_t message) {
   const MessageRule& rule = state.profile.messages[message];
   SetInputs(state.inputs, record);
   for (std::size_t i = 0; i < rule.columns.size(); ++i) {
-    state.cells[i] = DecodeColumn(rule.columns[i], state.inputs);
+    DecodeColumn(rule.columns[i], state.inputs, state.cells[i]);
   }
   return {&record, &rule, message, std::span(state.cells).first(rule.columns.size())};
 }

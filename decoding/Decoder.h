@@ -33,7 +33,7 @@ inline constexpr std::size_t kCellReasonCount = 8;
 struct Cell {
   CellState state = CellState::Value;
   CellReason reason = CellReason::None;
-  double value = 0.0;      ///< Of Value, OutOfRange and the numbers that were told apart.
+  double value = 0.0;      ///< Of what was computed, also where that is no value.
   std::uint32_t step = 0;  ///< Which step of the formula ended it, when nothing was computed.
   bool isOfRaw = false;    ///< The step is one of the raw formula.
 };

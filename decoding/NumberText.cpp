@@ -36,19 +36,17 @@ struct FixedParts {
   std::uint64_t fraction = 0;
 };
 
-/// The fraction's bits times a power of ten fit into 128 bits, so the rounding sees all of them.
+/// `Bits` holds the bits of the fraction times the power of ten, so the rounding sees all of them.
+template <typename Bits>
 FixedParts SplitFixed(std::uint64_t mantissa, int shift, int digits) {
   const std::uint64_t power = kPowersOfTen[static_cast<std::size_t>(digits)];
-  if (shift > 2 * kMantissaBits) {
-    return {};  // Below 2^-52: nine digits round to nothing.
-  }
   FixedParts parts;
   parts.whole = shift < 64 ? mantissa >> shift : 0;
-  const WideUInt one = WideUInt{1} << shift;
-  const WideUInt scaled = (WideUInt{mantissa} & (one - 1)) * power;
+  const Bits one = Bits{1} << shift;
+  const Bits scaled = (Bits{mantissa} & (one - 1)) * power;
   parts.fraction = static_cast<std::uint64_t>(scaled >> shift);
-  const WideUInt rest = scaled & (one - 1);
-  const WideUInt half = one >> 1;
+  const Bits rest = scaled & (one - 1);
+  const Bits half = one >> 1;
   // Without digits the whole part is what the tie makes even.
   const bool isOdd = ((digits == 0 ? parts.whole : parts.fraction) & 1) != 0;
   if (rest > half || (rest == half && isOdd)) {
@@ -59,6 +57,15 @@ FixedParts SplitFixed(std::uint64_t mantissa, int shift, int digits) {
     ++parts.whole;
   }
   return parts;
+}
+
+FixedParts SplitFixed(std::uint64_t mantissa, int shift, int digits) {
+  if (shift > 2 * kMantissaBits) {
+    return {};  // Below 2^-52: nine digits round to nothing.
+  }
+  const auto power = kPowersOfTen[static_cast<std::size_t>(digits)];
+  return shift + std::bit_width(power) < 64 ? SplitFixed<std::uint64_t>(mantissa, shift, digits)
+                                            : SplitFixed<WideUInt>(mantissa, shift, digits);
 }
 
 char* WriteFraction(char* at, std::uint64_t fraction, int digits) {

@@ -15,20 +15,21 @@
 
 namespace lum::test {
 
-/// The hash of texts mixes in eight bytes at a time by a multiplication, which can be undone: the
-/// last eight bytes are calculated from those before and from the wanted hash. They must be
-/// characters that a file can hold, though, which is what the table below is for.
+/// The hashes of texts mix in eight bytes at a time by a multiplication, which can be undone: the
+/// eight bytes that come last are calculated from those before and from the wanted hash. They must
+/// be characters that a file can hold, though, which is what the table below is for.
 class CCollidingNames {
  public:
   static constexpr std::uint32_t kHash = 0x12345678;
 
+  /// Names with that HashText().
   static std::vector<CString> Make(std::size_t count) {
-    CCollidingNames maker;
-    std::vector<CString> names;
-    while (names.size() < count) {
-      maker.AddSome(names, count);
-    }
-    return names;
+    return CCollidingNames(2 * kHalf, 0).MakeAll(count);
+  }
+  /// Keys and names of sections with that HashKey(), which begins with the size in bytes and mixes
+  /// in the last eight bytes first.
+  static std::vector<CString> MakeKeys(std::size_t count) {
+    return CCollidingNames(2 * sizeof(std::uint64_t), kHalf).MakeAll(count);
   }
 
  private:
@@ -38,7 +39,8 @@ class CCollidingNames {
   /// The bits that no character has.
   static constexpr std::uint64_t kUnused = sizeof(wchar_t) == 4 ? 0xFFF00000FFF00000U : 0U;
 
-  CCollidingNames() {
+  CCollidingNames(std::uint64_t size, std::size_t firstMixed)
+      : m_size(size), m_firstMixed(firstMixed) {
     for (std::uint64_t& end : m_ends) {
       // The last two steps undone: what gives the hash, and what the shift made of the product.
       std::uint64_t state = (std::uint64_t{kHash} << 32 | (m_random() & 0xFFFFFFFFU)) * Inverse();
@@ -46,6 +48,14 @@ class CCollidingNames {
       end = state * Inverse();
     }
     std::sort(m_ends.begin(), m_ends.end(), IsBefore);
+  }
+
+  std::vector<CString> MakeAll(std::size_t count) {
+    std::vector<CString> names;
+    while (names.size() < count) {
+      AddSome(names, count);
+    }
+    return names;
   }
 
   static bool IsBefore(std::uint64_t a, std::uint64_t b) { return (a & kUnused) < (b & kUnused); }
@@ -69,16 +79,16 @@ class CCollidingNames {
   void AddSome(std::vector<CString>& names, std::size_t count) {
     wchar_t chars[2 * kHalf];
     for (std::size_t i = 0; i < kHalf; ++i) {
-      chars[i] = static_cast<wchar_t>(0xA1 + m_random() % 0xD000);
+      chars[m_firstMixed + i] = static_cast<wchar_t>(0xA1 + m_random() % 0xD000);
     }
     std::uint64_t begin = 0;
-    std::memcpy(&begin, chars, sizeof begin);
-    std::uint64_t state = (2 * kHalf ^ begin) * kFactor;
+    std::memcpy(&begin, chars + m_firstMixed, sizeof begin);
+    std::uint64_t state = (m_size ^ begin) * kFactor;
     state ^= state >> 32;
     const auto [first, last] = std::equal_range(m_ends.begin(), m_ends.end(), state, IsBefore);
     for (auto end = first; end != last && names.size() < count; ++end) {
       const std::uint64_t rest = state ^ *end;
-      std::memcpy(chars + kHalf, &rest, sizeof rest);
+      std::memcpy(chars + kHalf - m_firstMixed, &rest, sizeof rest);
       const CString name(chars, static_cast<int>(2 * kHalf));
       if (IsUsable(chars) && m_made.insert(name).second) {
         names.push_back(name);
@@ -86,10 +96,23 @@ class CCollidingNames {
     }
   }
 
+  std::uint64_t m_size;
+  std::size_t m_firstMixed;  ///< The half that is.
   std::mt19937_64 m_random{20260314};
   std::set<CString> m_made;
   std::vector<std::uint64_t> m_ends = std::vector<std::uint64_t>(kEnds);
 };
+
+/// A name whose hash has this home in a table of so many slots.
+template <typename Hash>
+CString NameAt(Hash hash, std::uint32_t slots, std::uint32_t home) {
+  CString name;
+  for (unsigned int number = 0; name.IsEmpty() || ((hash(name) ^ home) & (slots - 1)) != 0;
+       ++number) {
+    name.Format(L"Name%u", number);
+  }
+  return name;
+}
 
 /// How many times the processor time of `small()` the one of `large()` is, the least of three.
 template <typename Small, typename Large>

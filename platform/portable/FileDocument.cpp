@@ -32,7 +32,7 @@ struct NameText {
 }  // namespace
 
 CFileDocument::CFileDocument() : m_endsLinesWithReturn(kSystemEndsLinesWithReturn) {
-  AddBlock(AddSection(CString()), LoadedRecord(Kind::Header, {}));
+  AddSection(CString(), LoadedRecord(Kind::Header, {}));
 }
 
 // ---- Loading
@@ -45,8 +45,13 @@ void CFileDocument::StartLoading(std::shared_ptr<const std::string> file, TextFi
 }
 
 void CFileDocument::AddLoadedHeader(const CString& name, CByteSpan line) {
+  const CFileRecord header = LoadedRecord(Kind::Header, line);
   const CPoolIndex found = FindNamed(name);
-  AddBlock(found != kNoIndex ? found : AddSection(name), LoadedRecord(Kind::Header, line));
+  if (found != kNoIndex) {
+    AddBlock(found, header);
+  } else {
+    AddSection(name, header);
+  }
 }
 
 void CFileDocument::AddLoadedText(CByteSpan line) {
@@ -137,19 +142,18 @@ CPoolIndex CFileDocument::FindOrAddSection(const CString& name) {
   if (found != kNoIndex) {
     return found;
   }
-  const CPoolIndex section = AddSection(name);
   CFileRecord header;
   header.kind = Kind::Header;
-  try {
-    AddBlock(section, header);
-  } catch (...) {
-    RemoveSection(section);  // Every section has a block.
-    throw;
-  }
-  return section;
+  return AddSection(name, header);
 }
 
 void CFileDocument::RemoveSection(CPoolIndex section) {
+  const bool isTop = section == kTopSection;
+  if (!isTop) {
+    // First, since names that crowd need memory for this.
+    m_sectionsByName.Remove(m_sections[section].nameHash, section,
+                            NameText{m_sections[section].name});
+  }
   CPoolIndex block = m_sections[section].firstBlock;
   while (block != kNoIndex) {
     const CPoolIndex next = m_blocks[block].nextOfSection;
@@ -159,9 +163,7 @@ void CFileDocument::RemoveSection(CPoolIndex section) {
     }
     block = next;
   }
-  if (section != kTopSection) {
-    m_sectionsByName.Remove(m_sections[section].nameHash, section,
-                            NameText{m_sections[section].name});
+  if (!isTop) {
     m_sections.Free(section);
     m_recentSection = kNoIndex;
     return;
@@ -184,12 +186,19 @@ std::vector<CString> CFileDocument::SectionNames() const {
   return names;
 }
 
-CPoolIndex CFileDocument::AddSection(const CString& name) {
+// The section is found once it is whole: it has a block.
+CPoolIndex CFileDocument::AddSection(const CString& name, const CFileRecord& header) {
   CFileSection section;
   section.name = name;
   const CKeyHash hash = section.nameHash = HashKey(name);
   const auto room = m_sectionsByName.MakeRoom(hash, NameText{name});
   const CPoolIndex index = m_sections.Add(section);
+  try {
+    AddBlock(index, header);
+  } catch (...) {
+    m_sections.Free(index);
+    throw;
+  }
   m_sectionsByName.Enter(room, hash, index);
   m_recentSection = index;
   return index;

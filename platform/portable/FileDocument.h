@@ -156,7 +156,7 @@ class CFileDocument {
     return [this, item] { return OrderedForm(Key(item)); };
   }
   CPoolIndex FindNamed(const CString& name) const;
-  CPoolIndex AddSection(const CString& name);
+  CPoolIndex AddSection(const CString& name, const CFileRecord& header);
   CPoolIndex AddBlock(CPoolIndex section, const CFileRecord& header);
   void UnlinkBlock(CPoolIndex block);
   void RemoveRecords(CPoolIndex block);

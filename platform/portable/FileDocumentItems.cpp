@@ -119,10 +119,10 @@ bool CFileDocument::RenameItem(CPoolIndex section, const CFileText& key, const C
     lines.push_back({line, m_store.AddText(newKey), isRenamed});
   }
   const CKeyHash newHash = HashKey(newKey);
-  CKeyIndex& index = m_sections[section].items;
   const std::string oldText = OrderedForm(key);
-  index.Add(newHash, item, [&] { return OrderedForm(newKey); });
-  index.Remove(m_records[item].keyHash, item, [&]() -> const std::string& { return oldText; });
+  m_sections[section].items.Rename(
+      m_records[item].keyHash, newHash, item, [&]() -> const std::string& { return oldText; },
+      [&] { return OrderedForm(newKey); });
   for (const CNewKey& line : lines) {
     Rename(m_records[line.record], line, newHash);
   }

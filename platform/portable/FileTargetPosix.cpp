@@ -50,9 +50,6 @@ bool IsSameTime(const timespec& a, const timespec& b) {
 
 }  // namespace
 
-CDescriptor::CDescriptor(CDescriptor&& other) noexcept
-    : m_calls(other.m_calls), m_descriptor(std::exchange(other.m_descriptor, -1)) {}
-
 CDescriptor& CDescriptor::operator=(CDescriptor&& other) noexcept {
   std::swap(m_calls, other.m_calls);
   std::swap(m_descriptor, other.m_descriptor);

@@ -19,7 +19,6 @@ namespace lum::detail {
 class CDescriptor {
  public:
   CDescriptor(CFileCalls& calls, int descriptor) : m_calls(&calls), m_descriptor(descriptor) {}
-  CDescriptor(CDescriptor&& other) noexcept;
   CDescriptor& operator=(CDescriptor&& other) noexcept;
   ~CDescriptor();
 

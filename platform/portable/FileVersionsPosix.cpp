@@ -16,8 +16,9 @@ using Path = std::filesystem::path;
 // True when an earlier save came as far as this and then failed or was killed.
 bool IsKeptAlready(CFileCalls& calls, const CTarget& target) {
   struct stat status = {};
-  return calls.StatusOfLink(VersionOf(target.path, 1), status) == 0 &&
-         status.st_dev == target.status.st_dev && status.st_ino == target.status.st_ino;
+  const Path first = VersionOf(target.path, 1);
+  return calls.StatusOfLink(first, status) == 0 && status.st_dev == target.status.st_dev &&
+         status.st_ino == target.status.st_ino;
 }
 
 // Not every file system has links, and not every file may be linked to.
@@ -43,13 +44,23 @@ int FirstFree(CFileCalls& calls, const Path& path, int version) {
 }
 
 // Where there are no links, a copy tells that an earlier save came as far as this: it is one
-// version too many, with the very bytes.
-bool IsCopiedAlready(CFileCalls& calls, const CTarget& target, int count) {
+// version too many, with the very bytes. False, with the reason in errno, when that cannot be told:
+// with a second copy an older version would have to go. A file that may not be read has no copy.
+bool FindCopy(CFileCalls& calls, const CTarget& target, int count, bool& isThere) {
+  isThere = false;
+  const int free = FirstFree(calls, target.path, 1);
+  if (free <= count + 1) {
+    return free > 0;
+  }
+  const Path first = VersionOf(target.path, 1);
   std::string now;
   std::string copied;
-  return FirstFree(calls, target.path, 1) > count + 1 &&
-         ReadFile(calls, VersionOf(target.path, 1), copied.max_size(), copied) &&
-         ReadFile(calls, target.path, now.max_size(), now) && copied == now;
+  if (!ReadFile(calls, first, copied.max_size(), copied) ||
+      !ReadFile(calls, target.path, now.max_size(), now)) {
+    return errno == EACCES;
+  }
+  isThere = copied == now;
+  return true;
 }
 
 // Versions move up to the first free number only: a save that fails or is killed here leaves a free
@@ -67,9 +78,12 @@ bool MoveVersionsUp(CFileCalls& calls, const Path& path) {
 }  // namespace
 
 bool KeepVersions(CFileCalls& calls, const CTarget& target, int count) {
-  if (count <= 0 || !target.exists || IsKeptAlready(calls, target) ||
-      IsCopiedAlready(calls, target, count)) {
+  if (count <= 0 || IsKeptAlready(calls, target)) {
     return true;
+  }
+  bool isCopied = false;
+  if (!FindCopy(calls, target, count, isCopied) || isCopied) {
+    return isCopied;
   }
   CTemporaryFile first(calls);
   if (!Copy(calls, target, first) || !MoveVersionsUp(calls, target.path) ||

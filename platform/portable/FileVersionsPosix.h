@@ -8,8 +8,8 @@ namespace lum::detail {
 
 /// Makes the target version 1, too, and moves the versions that are there up by one: to one more
 /// than `count`, so that nothing is lost before the new file is in place. With a count of 0 nothing
-/// is done. The target itself is not touched. False, with the reason in errno, when that fails:
-/// versions may have moved then, but none is gone.
+/// is done, else the target must exist. The target itself is not touched. False, with the reason in
+/// errno, when that fails: versions may have moved then, but none is gone.
 bool KeepVersions(CFileCalls& calls, const CTarget& target, int count);
 
 /// Removes the versions that are too many. With a count of 0 nothing is done. One that cannot be

@@ -137,6 +137,23 @@ class CKeyIndex {
     }
   }
 
+  /// Gives an object another key. Of the two texts, the new one alone may need memory.
+  /// Precondition: `object` is there, under the old hash; the new key is not.
+  template <typename OldText, typename NewText>
+  void Rename(CKeyHash oldHash, CKeyHash newHash, CPoolIndex object, OldText oldText,
+              NewText newText) {
+    // Asked first: afterwards the new place could be taken for the old one.
+    const bool isCrowded = PlaceOf(oldHash, object) == kNowhere;
+    Add(newHash, object, newText);
+    if (isCrowded) {
+      m_crowded.erase(oldText());
+    } else {
+      // The old place has no gap before it, so it comes before the new one.
+      Empty(PlaceOf(oldHash, object));
+      --m_count;
+    }
+  }
+
  private:
   /// An object stands at its home, the place that its hash names, or after it without a gap.
   struct Slot {
@@ -156,8 +173,7 @@ class CKeyIndex {
   std::size_t PlaceOf(CKeyHash hash, CPoolIndex object) const {
     std::size_t place = Home(hash);
     for (std::size_t left = kLongestRun; left > 0; --left, place = Next(place)) {
-      const Slot& slot = m_slots[place];
-      if (slot.object == object && (object == kNoIndex || slot.hash == hash)) {
+      if (m_slots[place].object == object) {
         return place;
       }
     }

@@ -3,6 +3,8 @@
 
 #include <set>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "attributes/AttributeMap.h"
 #include "tests/CollidingNames.h"
@@ -77,6 +79,58 @@ TEST(HostileKeys, CollidingNamesAreRenamedAndRemoved) {
   EXPECT_TRUE(tree.Remove(names[1]));
   EXPECT_EQ(tree.FindAttribute(names[2]), 1);
   EXPECT_FALSE(tree.Has(names[1]));
+}
+
+// ---- Where the index has no more room within a run of names that collide
+
+constexpr std::size_t kRun = 1024;
+
+CString NameAt(std::uint32_t slots, std::uint32_t home) {
+  const auto hash = [](const CString& name) {
+    return lum::detail::HashText(lum::detail::View(name));
+  };
+  return lum::test::NameAt(hash, slots, home);
+}
+
+/// Children of these names that have an index.
+CAttributeMap IndexedTree(const std::vector<CString>& names) {
+  CAttributeMap tree;
+  for (const CString& name : names) {
+    tree.Add(name);
+  }
+  for (int search = 0; search < 100; ++search) {
+    tree.Find(L"Absent");
+  }
+  return tree;
+}
+
+void ExpectEachAtItsPlace(const CAttributeMap& tree, const std::vector<CString>& names) {
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    ASSERT_EQ(tree.FindAttribute(names[i]), static_cast<int>(i)) << i;
+  }
+}
+
+TEST(HostileKeys, AChildIsFoundByANewNameThatFitsNoRun) {
+  std::vector<CString> names = CCollidingNames::Make(kRun + 1);
+  const CString newName = std::exchange(names.back(), L"Plain");
+  CAttributeMap tree = IndexedTree(names);
+  tree.GetAttrMap(L"Plain")->SetMnemonic(newName);
+  EXPECT_FALSE(tree.Has(L"Plain"));
+  names.back() = newName;
+  ExpectEachAtItsPlace(tree, names);
+}
+
+TEST(HostileKeys, NamesBehindALongRunAreFoundAfterTheOneBeforeItHasChanged) {
+  constexpr std::uint32_t kSlots = 2048;
+  std::vector<CString> names = CCollidingNames::Make(kRun);
+  names.push_back(NameAt(kSlots, CCollidingNames::kHash - 1));
+  // Its home is in the run, so it stands behind it.
+  names.push_back(NameAt(kSlots, CCollidingNames::kHash + kRun / 2));
+  CAttributeMap tree = IndexedTree(names);
+  tree.GetAttrMap(names[kRun])->SetMnemonic(L"Renamed");
+  EXPECT_FALSE(tree.Has(names[kRun]));
+  names[kRun] = L"Renamed";
+  ExpectEachAtItsPlace(tree, names);
 }
 
 TEST(HostileKeys, CollidingNamesAreLoadedInLinearTime) {

@@ -163,6 +163,9 @@ Cell OnlyCell(const std::string& items, const LogRecord& record) {
   return row.cells[0];
 }
 
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr double kNoNumber = std::numeric_limits<double>::quiet_NaN();
+
 TEST(DecoderCells, AreDecidedInOrder) {
   const struct {
     const char* items;
@@ -201,15 +204,16 @@ TEST(DecoderCells, AreDecidedInOrder) {
       {"X.Raw=field(0)\nX.Formula=raw * 2\nX.Range=0..7.9\n", 4, CellState::Error,
        CellReason::OutOfRange, 8},
       // What is no finite number.
-      {"X.Formula=field(0) / 0\n", 4, CellState::Error, CellReason::NotANumber, 0},
-      {"X.Formula=-field(0) / 0\n", 4, CellState::Error, CellReason::NotANumber, 0},
-      {"X.Formula=Modulo(field(0), 0)\n", 4, CellState::Error, CellReason::NotANumber, 0},
+      {"X.Formula=field(0) / 0\n", 4, CellState::Error, CellReason::NotANumber, kInfinity},
+      {"X.Formula=-field(0) / 0\n", 4, CellState::Error, CellReason::NotANumber, -kInfinity},
+      {"X.Formula=Modulo(field(0), 0)\n", 4, CellState::Error, CellReason::NotANumber, kNoNumber},
       {"X.Formula=Modulo(field(0), 0)\nX.Range=-inf..inf\n", 4, CellState::Error,
-       CellReason::NotANumber, 0},
-      {"X.Formula=field(0) / 0\nX.Range=0..inf\n", 4, CellState::Error, CellReason::NotANumber, 0},
-      {"X.Raw=field(0) / 0\n", 4, CellState::Error, CellReason::NotANumber, 0},
+       CellReason::NotANumber, kNoNumber},
+      {"X.Formula=field(0) / 0\nX.Range=0..inf\n", 4, CellState::Error, CellReason::NotANumber,
+       kInfinity},
+      {"X.Raw=field(0) / 0\n", 4, CellState::Error, CellReason::NotANumber, kInfinity},
       {"X.Raw=field(0) / 0\nX.NotAvailable=inf\n", 4, CellState::NotAvailable,
-       CellReason::NotAvailableNumber, std::numeric_limits<double>::infinity()},
+       CellReason::NotAvailableNumber, kInfinity},
       {"X.Raw=field(0) / 0\nX.Formula=1 / raw\n", 4, CellState::Value, CellReason::None, 0},
       // Ends of ranges.
       {"X.Formula=field(0)\nX.Range=-inf..0\n", -1e308, CellState::Value, CellReason::None, -1e308},
@@ -227,7 +231,7 @@ TEST(DecoderCells, AreDecidedInOrder) {
     const Cell cell = OnlyCell(row.items, record);
     EXPECT_EQ(cell.state, row.state) << row.items;
     EXPECT_EQ(cell.reason, row.reason) << row.items;
-    EXPECT_EQ(cell.value, row.value) << row.items;
+    EXPECT_THAT(cell.value, testing::NanSensitiveDoubleEq(row.value)) << row.items;
   }
 }
 

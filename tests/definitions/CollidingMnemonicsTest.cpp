@@ -1,6 +1,7 @@
 // Definition files whose mnemonics have equal hashes: all are found, in linear time.
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -37,6 +38,35 @@ TEST(CollidingMnemonics, AreAllFoundAndLaterLinesTakeOver) {
   }
   EXPECT_NE(table.GetAttribDefRec(L"Plain"), nullptr);
   EXPECT_EQ(table.GetAttribDefRec(L"Absent"), nullptr);
+}
+
+CString NameAt(std::uint32_t slots, std::uint32_t home) {
+  const auto hash = [](const CString& name) {
+    return lum::detail::HashText(lum::detail::View(name));
+  };
+  return lum::test::NameAt(hash, slots, home);
+}
+
+// A slot of the run gets free when the table grows: a name that stood elsewhere keeps its place.
+TEST(CollidingMnemonics, AreFoundAsTheyWereDefinedLastWhenRoomHasComeSince) {
+  constexpr std::uint32_t kSlots = 512;
+  constexpr std::uint32_t kHome = CCollidingNames::kHash;
+  const std::vector<CString> colliding = CCollidingNames::Make(128);
+  std::vector<CString> mnemonics = {NameAt(2 * kSlots, kHome ^ kSlots)};
+  mnemonics.insert(mnemonics.end(), colliding.begin(), colliding.end());
+  for (std::uint32_t away = 0; away < 128; ++away) {
+    mnemonics.push_back(NameAt(kSlots, kHome + kSlots / 2 + away));
+  }
+  CAttribDefMap table;
+  ASSERT_TRUE(Load(table, LinesOf(mnemonics, mnemonics.size(), 101) +
+                              LinesOf({colliding.back()}, 1, 103) +
+                              LinesOf({colliding.back()}, 1, 102)));
+  for (const CString& mnemonic : mnemonics) {
+    const CAttribDefRec* record = table.GetAttribDefRec(mnemonic);
+    ASSERT_NE(record, nullptr);
+    ASSERT_EQ(record->Mnemonic(), mnemonic);
+    ASSERT_EQ(record->Type(), mnemonic == colliding.back() ? 102U : 101U);
+  }
 }
 
 TEST(CollidingMnemonics, AreLoadedInLinearTime) {

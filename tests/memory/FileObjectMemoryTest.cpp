@@ -176,6 +176,12 @@ TEST(FileObjectMemory, ChangesThatFailChangeNothing) {
             [](Files& f) { return f.file.RenameItem(L"Survey", L"Twice", LongText()); }},
            {"InsertItem",
             [](Files& f) { return f.file.InsertItem(L"Survey", L"Ship", L"New", L"0,1"); }},
+           {"InsertItem, before a long key",
+            [](Files& f) { return f.file.InsertItem(L"Survey", LongText(), L"New", L"0,1"); },
+            [](Files& f) {
+              LoadBoth(f);
+              f.file.SetItem(L"Survey", LongText(), L"0,1", true);
+            }},
            {"RemoveItem", [](Files& f) { return f.file.RemoveItem(L"Survey", LongText()); },
             [](Files& f) {
               LoadBoth(f);

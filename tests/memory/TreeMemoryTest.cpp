@@ -96,6 +96,8 @@ TEST(TreeMemory, EditingLeavesTheTreeAsItWas) {
   Walk({
       {"Add(name)", kKept, [](Trees& t) { return t.tree.Add(L"X").Count() == 0; }},
       {"Add(node)", kKept, [](Trees& t) { return t.tree.Add(t.other).Count() != 0; }},
+      {"Add(node), the first child", kKept,
+       [](Trees& t) { return t.tree.GetAttrMap(L"Twice")->Add(t.other).Count() != 0; }},
       {"Add(own node)", kKept, [](Trees& t) { return t.tree.Add(t.tree).Count() != 0; }},
       {"Add(name, value, flags)", kKept,
        [](Trees& t) { return t.tree.Add(L"X", CLumName(kLongText), 3).Flags() == 3; }},

@@ -1,12 +1,15 @@
 // Reading whole files on a POSIX system: permissions, pipes and devices.
+#include <pthread.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
+#include <atomic>
+#include <chrono>
+#include <csignal>
 #include <filesystem>
 #include <string>
 #include <thread>
 
+#include "tests/platform/ChildProcess.h"
 #include "tests/platform/FileBytesTesting.h"
 
 namespace {
@@ -19,16 +22,13 @@ TEST_F(FileBytesPosix, RefusesFilesWithoutPermission) {
   WriteBytes(m_folder.File("file"), "secret");
   fs::permissions(m_folder.File("file"), fs::perms(0));
   fs::permissions(m_folder.Path(), fs::perms(0777));
-  const pid_t child = ::fork();
-  if (child == 0) {
-    const bool isOrdinary = ::geteuid() != 0 || ::setuid(65534) == 0;
-    const bool isRefused =
-        !Read(m_folder.File("file"), 100) && m_error == L"Permission denied" && !m_bytes.empty();
-    ::_exit(isOrdinary && isRefused ? 0 : 1);
-  }
-  int status = -1;
-  ASSERT_EQ(::waitpid(child, &status, 0), child);
-  EXPECT_EQ(status, 0);
+  EXPECT_EQ(lum::testing::InChild([&] {
+              const bool isRefused = lum::testing::BecomeNobody() &&
+                                     !Read(m_folder.File("file"), 100) &&
+                                     m_error == L"Permission denied" && m_bytes == "untouched";
+              return isRefused ? 0 : 1;
+            }),
+            0);
 }
 
 TEST_F(FileBytesPosix, ReadsPipes) {
@@ -45,6 +45,34 @@ TEST_F(FileBytesPosix, ReadsPipes) {
     EXPECT_EQ(isRead, limit == bytes.size());
     EXPECT_TRUE(m_bytes == (isRead ? bytes : "untouched"));
   }
+}
+
+std::atomic<int> signalCount = 0;
+
+TEST_F(FileBytesPosix, ReadsOnAfterASignal) {
+  struct sigaction counting = {};
+  struct sigaction before = {};
+  counting.sa_handler = [](int) { ++signalCount; };
+  ASSERT_EQ(::sigaction(SIGUSR1, &counting, &before), 0);
+  // A reader that gives up must not end the tests.
+  std::signal(SIGPIPE, SIG_IGN);
+  const fs::path pipe = m_folder.File("pipe");
+  ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+  const pthread_t reader = ::pthread_self();
+  std::thread writer([&] {
+    std::ofstream out(pipe, std::ios::binary);
+    // The first ones may come before the reader waits.
+    while (signalCount < 20) {
+      ::pthread_kill(reader, SIGUSR1);
+      std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    out << "bytes";
+  });
+  EXPECT_TRUE(Read(pipe, 100));
+  writer.join();
+  EXPECT_EQ(m_bytes, "bytes");
+  std::signal(SIGPIPE, SIG_DFL);
+  ASSERT_EQ(::sigaction(SIGUSR1, &before, nullptr), 0);
 }
 
 TEST_F(FileBytesPosix, StopsAtTheLimitOfAnEndlessSource) {

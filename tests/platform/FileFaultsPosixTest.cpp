@@ -36,7 +36,8 @@ constexpr int kEver = CFaultyCalls::kForEver;
 // What can happen to a call, each once and for ever; signals come and go.
 std::vector<CEffect> EffectsOn(CallKind kind) {
   static const std::map<CallKind, std::vector<int>> kErrors = {
-      {CallKind::Open, {EACCES, EIO, EMFILE, ENFILE, EROFS, ENOSPC, EDQUOT, ESTALE, ENOMEM}},
+      {CallKind::Open,
+       {EACCES, EEXIST, EIO, EMFILE, ENFILE, EROFS, ENOSPC, EDQUOT, ESTALE, ENOMEM}},
       {CallKind::Read, {EIO, ESTALE, CFault::kShort}},
       {CallKind::Write, {ENOSPC, EIO, EDQUOT, EFBIG, ESTALE, CFault::kShort, CFault::kNothing}},
       {CallKind::ChangeOwner, {EPERM, EIO, EROFS}},

@@ -1,6 +1,7 @@
 // The bytes of a saved file: what was not changed stays as it was, in every encoding; and what Load
 // and Save refuse.
 #include <filesystem>
+#include <functional>
 #include <random>
 #include <string>
 #include <utility>
@@ -184,15 +185,36 @@ TEST_F(FileObjectBytes, RefusesToSaveWhatTheEncodingCannotHold) {
                 L"\": section \"S\", key \"a\": the text has characters that the file's encoding "
                 L"cannot hold");
   EXPECT_EQ(Value(file, L"S", L"a"), lone);
-
   EXPECT_TRUE(file.SetItem(L"S", L"a", L"2", true));
   EXPECT_EQ(Saved(file), "[S]\na=2\n");
-  EXPECT_TRUE(file.SetItem(L"S", lone, L"1", true));
-  EXPECT_FALSE(file.Save(PathText(m_folder.File("target"))));
-  EXPECT_TRUE(file.RemoveItem(L"S", lone));
-  EXPECT_TRUE(file.CreateSection(lone, false));
-  EXPECT_FALSE(file.Save(PathText(m_folder.File("target"))));
-  EXPECT_EQ(ReadBytes(m_folder.File("target")), "old");
+}
+
+TEST_F(FileObjectBytes, RefusesToSaveWhereverATextCannotBeHeld) {
+  static const CString lone(L"x\xD800");
+  const struct {
+    const char* note;
+    std::function<bool(FileObject&)> change;
+    CString place;
+  } rows[] = {
+      {"a loaded value", [](auto& file) { return file.SetItem(L"S", L"a", lone, true); },
+       L"section \"S\", key \"a\""},
+      {"a loaded key", [](auto& file) { return file.RenameItem(L"S", L"a", lone); },
+       L"section \"S\", key \"" + lone + L"\""},
+      {"a new value", [](auto& file) { return file.SetItem(L"S", L"n", lone, true); },
+       L"section \"S\", key \"n\""},
+      {"a new key", [](auto& file) { return file.SetItem(L"S", lone, L"1", true); },
+       L"section \"S\", key \"" + lone + L"\""},
+      {"a new section", [](auto& file) { return file.CreateSection(lone, false); },
+       L"section \"" + lone + L"\""},
+  };
+  WriteBytes(m_folder.File("target"), "old");
+  for (const auto& row : rows) {
+    FileObject file = Loaded("[S]\na=1\n");
+    EXPECT_TRUE(row.change(file)) << row.note;
+    EXPECT_FALSE(file.Save(PathText(m_folder.File("target")))) << row.note;
+    EXPECT_NE(file.LastError().Find(L": " + row.place + L": the text"), -1) << row.note;
+    EXPECT_EQ(ReadBytes(m_folder.File("target")), "old") << row.note;
+  }
 }
 
 TEST_F(FileObjectBytes, KeepsLoneSurrogatesInUtf16) {

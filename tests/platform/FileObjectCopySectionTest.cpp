@@ -225,9 +225,11 @@ TEST_F(FileObjectCopySection, CopiesTheItemsAboveAllSections) {
 
 TEST_F(FileObjectCopySection, RefusesValuesThatCannotBeWrittenAnew) {
   const FileObject from = Loaded("[S]\na=1\nb=x\ry\n");
-  FileObject file = Loaded("[S]\nc=1\n");
-  EXPECT_FALSE(file.CopySection(L"S", from));
-  EXPECT_EQ(Saved(file), "[S]\nc=1\n");
+  for (const char* bytes : {"[S]\nc=1\n", "[T]\n", "[S]\nb=x\rz\n", "[S]\nb=xy\n"}) {
+    FileObject file = Loaded(bytes);
+    EXPECT_FALSE(file.CopySection(L"S", from)) << bytes;
+    EXPECT_EQ(Saved(file), bytes);
+  }
 }
 
 TEST_F(FileObjectCopySection, SurvivesRemovalsInBetween) {

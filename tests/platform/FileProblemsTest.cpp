@@ -74,6 +74,7 @@ TEST_F(FileProblems, HavePlacesAndReasons) {
       {"a low half alone", Utf16(u"[S]\n\xD83D\xDE00=\xDE00\n", true), ""},
       {"an odd byte", Utf16(u"[S]\na=1\n", false) + "x", "3:1 " + kHalfUnit},
       {"a mark alone", "\xEF\xBB\xBF", ""},
+      {"a byte that begins its own character", "\xEF\xBB\xBF[S]\na=\xC3z\n", "2:3 " + kNoUtf8},
       {"a mark and a bad byte", "\xEF\xBB\xBF[S]\na=\xFF\n", "2:3 " + kNoUtf8},
   };
   for (const CProblemRow& row : rows) {
@@ -125,6 +126,9 @@ TEST_F(FileProblems, AreNoMoreThanAreAskedFor) {
   EXPECT_EQ(file.LoadProblems(7).size(), 7u);
   EXPECT_EQ(file.LoadProblems(1000).size(), 150u);
   EXPECT_EQ(file.LoadProblems(1000).back().line, 150);
+  const FileObject twoInOneLine = Loaded("\xC3\xA4=1\nab \xFF\n");
+  EXPECT_EQ(twoInOneLine.LoadProblems(1).size(), 1u);
+  EXPECT_EQ(twoInOneLine.LoadProblems(2).size(), 2u);
 }
 
 TEST_F(FileProblems, AreThoseOfTheLastLoad) {

@@ -1,9 +1,7 @@
 // FileObject::Save where something about the place is special: links, permissions, owners, file
 // systems, limits, and who else holds the lock.
 #include <fcntl.h>
-#include <grp.h>
 #include <gtest/gtest.h>
-#include <sched.h>
 #include <sys/file.h>
 #include <sys/mount.h>
 #include <sys/resource.h>
@@ -16,6 +14,7 @@
 #include <iostream>
 #include <string>
 
+#include "tests/platform/ChildProcess.h"
 #include "tests/platform/FaultyCalls.h"
 #include "tests/platform/FileObjectTesting.h"
 #include "tests/platform/FileSavingTesting.h"
@@ -23,28 +22,18 @@
 namespace {
 
 namespace fs = std::filesystem;
+using lum::testing::BecomeNobody;
 using lum::testing::CFaultyCalls;
 using lum::testing::CSituated;
+using lum::testing::InChild;
+using lum::testing::kNobody;
 using lum::testing::kSituations;
+using lum::testing::Mount;
 
 constexpr int kNotAllowedHere = 20;
-constexpr uid_t kNobody = 65534;
 
 class FileSavePlaces : public FileObjectTesting {
  protected:
-  // Runs a check in a process of its own, whose rights and limits it may change. The check gives
-  // its exit code: 0 when all is well.
-  template <typename Check>
-  static int InChild(Check check) {
-    const pid_t child = ::fork();
-    if (child == 0) {
-      ::_exit(check());
-    }
-    int status = -1;
-    EXPECT_EQ(::waitpid(child, &status, 0), child);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-  }
-
   bool Save(const fs::path& path, const CString& value, const FileSaveOptions& options = {}) {
     FileObject file;
     file.SetItem(L"S", L"a", value, true);
@@ -66,12 +55,6 @@ class FileSavePlaces : public FileObjectTesting {
 
   CString m_error;
 };
-
-// A user without privileges, where the tests run as root.
-bool BecomeNobody() {
-  return ::geteuid() != 0 ||
-         (::setgroups(0, nullptr) == 0 && ::setgid(kNobody) == 0 && ::setuid(kNobody) == 0);
-}
 
 // ---- Links
 
@@ -105,6 +88,28 @@ TEST_F(FileSavePlaces, MayBeNamedByALinkToNothing) {
   fs::create_symlink("self", m_folder.File("self"));
   EXPECT_FALSE(Save(m_folder.File("self"), L"new"));
   EXPECT_TRUE(FailsWith(L"Too many levels of symbolic links"));
+  FileObject file;
+  EXPECT_FALSE(file.Load(PathText(m_folder.File("self"))));
+  EXPECT_GE(file.LastError().Find(L"Too many levels of symbolic links"), 0);
+}
+
+// A save could not tell that it replaces this very file.
+TEST_F(FileSavePlaces, AreNotLoadedFromAFolderThatIsGone) {
+  fs::create_directory(m_folder.File("folder"));
+  WriteOld(m_folder.File("folder/file"));
+  const int descriptor = ::open(m_folder.File("folder/file").c_str(), O_RDONLY);
+  const fs::path path = "/proc/self/fd/" + std::to_string(descriptor);
+  if (!fs::exists(path)) {
+    ::close(descriptor);
+    GTEST_SKIP() << "needs /proc, which names open files";
+  }
+  EXPECT_TRUE(FileObject().Load(PathText(path)));
+  fs::remove_all(m_folder.File("folder"));
+  FileObject file;
+  EXPECT_FALSE(file.Load(PathText(path)));
+  EXPECT_GE(file.LastError().Find(L"its folder cannot be examined"), 0);
+  EXPECT_TRUE(file.SectionNames().empty());
+  ::close(descriptor);
 }
 
 TEST_F(FileSavePlaces, AreRegularFilesOnly) {
@@ -197,12 +202,6 @@ TEST_F(FileSavePlaces, AreLeftAloneWhenAnotherOwnsThemInAStickyFolder) {
 }
 
 // ---- File systems
-
-bool Mount(const fs::path& folder, const char* options) {
-  return ::unshare(CLONE_NEWNS) == 0 &&
-         ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
-         ::mount("tmpfs", folder.c_str(), "tmpfs", 0, options) == 0;
-}
 
 std::size_t EntriesOf(const fs::path& folder) {
   return static_cast<std::size_t>(

@@ -1,7 +1,5 @@
 // UpdateFile on a POSIX system: permissions, owners, links, folders and disks that get in
 // the way, and processes that are killed meanwhile.
-#include <sched.h>
-#include <sys/mount.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -12,11 +10,15 @@
 #include <iostream>
 #include <string>
 
+#include "tests/platform/ChildProcess.h"
 #include "tests/platform/FileUpdateTesting.h"
 
 namespace {
 
 namespace fs = std::filesystem;
+using lum::testing::BecomeNobody;
+using lum::testing::InChild;
+using lum::testing::Mount;
 
 class FileUpdatePosix : public FileUpdateTesting {
  protected:
@@ -25,25 +27,7 @@ class FileUpdatePosix : public FileUpdateTesting {
     EXPECT_EQ(::stat(path.c_str(), &status), 0);
     return status.st_mode & 07777;
   }
-
-  // Runs a check in a process of its own, whose rights and limits it may change. The check gives
-  // its exit code: 0 when all is well.
-  template <typename Check>
-  static int InChild(Check check) {
-    const pid_t child = ::fork();
-    if (child == 0) {
-      ::_exit(check());
-    }
-    int status = -1;
-    EXPECT_EQ(::waitpid(child, &status, 0), child);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-  }
 };
-
-// A user without privileges, where the tests run as root.
-bool BecomeOrdinaryUser() {
-  return ::geteuid() != 0 || (::setgid(65534) == 0 && ::setuid(65534) == 0);
-}
 
 TEST_F(FileUpdatePosix, GivesNewFilesTheUsualPermissions) {
   const mode_t old = ::umask(027);
@@ -140,7 +124,7 @@ TEST_F(FileUpdatePosix, LeavesTheOldFileWhenTheFolderIsReadOnly) {
   fs::permissions(m_folder.File("folder/file"), fs::perms(0666));
   fs::permissions(m_folder.File("folder"), fs::perms(0555));
   EXPECT_EQ(InChild([&] {
-              if (!BecomeOrdinaryUser()) {
+              if (!BecomeNobody()) {
                 return 10;
               }
               if (Write(m_folder.File("folder/file"), "new") || m_error != L"Permission denied") {
@@ -158,7 +142,7 @@ TEST_F(FileUpdatePosix, RespectsAWriteProtectedFile) {
   fs::permissions(m_folder.File("file"), fs::perms(0444));
   fs::permissions(m_folder.Path(), fs::perms(0777));
   EXPECT_EQ(InChild([&] {
-              if (!BecomeOrdinaryUser()) {
+              if (!BecomeNobody()) {
                 return 10;
               }
               return Write(m_folder.File("file"), "new") || m_error != L"Permission denied" ? 1 : 0;
@@ -171,22 +155,14 @@ TEST_F(FileUpdatePosix, WritesIntoAFolderThatCannotBeRead) {
   fs::create_directory(m_folder.File("folder"));
   fs::permissions(m_folder.Path(), fs::perms(0777));
   fs::permissions(m_folder.File("folder"), fs::perms(0333));
-  EXPECT_EQ(InChild([&] {
-              return BecomeOrdinaryUser() && Write(m_folder.File("folder/file"), "new") ? 0 : 1;
-            }),
-            0);
+  EXPECT_EQ(
+      InChild([&] { return BecomeNobody() && Write(m_folder.File("folder/file"), "new") ? 0 : 1; }),
+      0);
   fs::permissions(m_folder.File("folder"), fs::perms(0777));
   EXPECT_EQ(ReadBytes(m_folder.File("folder/file")), "new");
 }
 
 // ---- A full disk
-
-// A small disk of our own where that is allowed, mounted for one process only.
-bool MountSmallDisk(const fs::path& folder) {
-  return ::unshare(CLONE_NEWNS) == 0 &&
-         ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
-         ::mount("tmpfs", folder.c_str(), "tmpfs", 0, "size=64k") == 0;
-}
 
 bool LimitFileSize(rlim_t bytes) {
   const struct rlimit limit = {bytes, bytes};
@@ -202,7 +178,7 @@ bool HoldsOldFileOnly(const fs::path& folder) {
 TEST_F(FileUpdatePosix, LeavesTheOldFileWhenTheDiskIsFull) {
   constexpr int kNoDisk = 20;
   const int result = InChild([&] {
-    if (!MountSmallDisk(m_folder.Path())) {
+    if (!Mount(m_folder.Path(), "size=64k")) {
       return kNoDisk;
     }
     WriteBytes(m_folder.File("file"), "old");

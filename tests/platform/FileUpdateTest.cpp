@@ -59,6 +59,29 @@ TEST_F(FileUpdate, WritesRelativeAndForeignNames) {
   EXPECT_EQ(ReadBytes(foreign), "5");
 }
 
+TEST_F(FileUpdate, ReadsTheOldFileUpToALimit) {
+  for (const std::size_t size : {1u, 5u, 65535u, 65536u, 65537u}) {
+    const std::string old(size, 'o');
+    WriteBytes(m_folder.File("file"), old);
+    for (const std::size_t limit : {size, size - 1}) {
+      std::string read = "untouched";
+      CString reason;
+      bool isRead = false;
+      lum::detail::CFileCalls calls;
+      lum::detail::UpdateFile(
+          PathText(m_folder.File("file")), 0,
+          [&](const lum::detail::CCurrentFile& file, CString&) {
+            isRead = file.Read(limit, read, reason);
+            return nullptr;
+          },
+          m_error, calls);
+      EXPECT_EQ(isRead, size <= limit) << size << " " << limit;
+      EXPECT_EQ(reason.IsEmpty(), isRead) << size << " " << limit;
+      EXPECT_TRUE(read == (isRead ? old : "untouched")) << size << " " << limit;
+    }
+  }
+}
+
 TEST_F(FileUpdate, RefusesBadPaths) {
   const fs::path file = m_folder.File("file");
   WriteBytes(file, "old");

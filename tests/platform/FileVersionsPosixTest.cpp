@@ -20,6 +20,7 @@ namespace {
 namespace fs = std::filesystem;
 using lum::testing::CFaultyCalls;
 using lum::testing::CSavedDocument;
+using lum::testing::CSituated;
 
 class FileVersions : public FileObjectTesting {
  protected:
@@ -165,6 +166,8 @@ TEST_F(FileVersions, KeepPermissionsAndOwner) {
 
 class CLinklessCalls : public CFaultyCalls {
  public:
+  using CFaultyCalls::CFaultyCalls;
+
   int Link(const Path&, const Path&) override {
     errno = EPERM;
     return -1;
@@ -219,6 +222,61 @@ TEST_F(FileVersions, AreCopiedOnceHoweverOftenASaveFails) {
   CFaultyCalls calls;
   EXPECT_EQ(saved.Save(File(), {FileConflict::Merge, 2}, calls), FileSaveResult::Saved);
   EXPECT_EQ(Counts(), "5 1:4 2:3");
+}
+
+// Before the save, too, one may have failed and have left a version too many.
+TEST(FileVersionCopies, LoseNothingWhateverFails) {
+  for (const int versions : {1, 3}) {
+    for (const bool hasFailedBefore : {false, true}) {
+      for (int number = 1;; ++number) {
+        SCOPED_TRACE(std::to_string(versions) + " versions, call " + std::to_string(number));
+        CSituated situated({"versions", true, false, false, versions});
+        if (hasFailedBefore) {
+          CStubbornCalls stubborn(situated.Target());
+          ASSERT_EQ(situated.Save(stubborn), FileSaveResult::Failed);
+        }
+        CLinklessCalls calls({number, EIO, 1, false});
+        const bool isSaved = situated.Save(calls) == FileSaveResult::Saved;
+        const bool isNew = isSaved || calls.HasLeftInPlace(situated.Target());
+        EXPECT_EQ(situated.Content(), isNew ? situated.NewContent() : situated.OldContent());
+        EXPECT_TRUE(situated.VersionsAreWhole(isNew));
+        EXPECT_EQ(calls.OpenCount(), 0u);
+        if (calls.HitCount() == 0) {
+          EXPECT_TRUE(isSaved);
+          EXPECT_GT(number, 30) << "a save with a copy makes many calls";
+          break;
+        }
+      }
+    }
+  }
+}
+
+class CUnreadableCalls : public CFaultyCalls {
+ public:
+  explicit CUnreadableCalls(fs::path path) : m_path(std::move(path)) {}
+
+  int Open(const Path& path, int flags, mode_t mode) override {
+    if (path == m_path) {
+      errno = EACCES;
+      return -1;
+    }
+    return CFaultyCalls::Open(path, flags, mode);
+  }
+
+ private:
+  fs::path m_path;
+};
+
+TEST_F(FileVersions, AreMovedUpAlsoWhereTheyMayNotBeRead) {
+  for (int count = 1; count <= 4; ++count) {
+    ASSERT_TRUE(SaveCount(count, 3));
+  }
+  CSavedDocument saved;
+  saved.Load(File());
+  saved.Set(L"S", L"count", L"5");
+  CUnreadableCalls calls(Version(1));
+  EXPECT_EQ(saved.Save(File(), {FileConflict::Merge, 1}, calls), FileSaveResult::Saved);
+  EXPECT_EQ(Counts(), "5 1:4");
 }
 
 TEST_F(FileVersions, RefuseTheSaveWhenAFolderHasTheirName) {

@@ -49,6 +49,11 @@ struct CNumberIndex {
     keys.push_back(key);
   }
   void Remove(int key) { index.Remove(HashOf(key), Find(key), TextOf(key)); }
+  void Rename(int key, int newKey) {
+    const CPoolIndex object = Find(key);
+    index.Rename(HashOf(key), HashOf(newKey), object, TextOf(key), TextOf(newKey));
+    keys[object] = newKey;
+  }
 
   CKeyHash hashCount;
   CKeyIndex index;
@@ -77,6 +82,7 @@ void ChangeAtRandom(CKeyHash hashes, int keys, int steps, int checkEvery) {
   std::map<int, CPoolIndex> expected;
   for (int step = 0; step < steps; ++step) {
     const int key = static_cast<int>(random() % static_cast<unsigned int>(keys));
+    const int other = static_cast<int>(random() % static_cast<unsigned int>(keys));
     const auto next = static_cast<CPoolIndex>(numbers.keys.size());
     if (!expected.contains(key)) {
       numbers.Add(key);
@@ -84,6 +90,10 @@ void ChangeAtRandom(CKeyHash hashes, int keys, int steps, int checkEvery) {
     } else if (random() % 4 == 0) {
       numbers.Replace(key);
       expected[key] = next;
+    } else if (random() % 4 == 0 && !expected.contains(other)) {
+      numbers.Rename(key, other);
+      expected[other] = expected.at(key);
+      expected.erase(key);
     } else {
       numbers.Remove(key);
       expected.erase(key);
@@ -95,13 +105,13 @@ void ChangeAtRandom(CKeyHash hashes, int keys, int steps, int checkEvery) {
   }
 }
 
-TEST(KeyIndex, FindsWhatWasAddedReplacedAndRemoved) {
+TEST(KeyIndex, FindsWhatWasAddedReplacedRenamedAndRemoved) {
   for (const CKeyHash hashes : {1U, 2U, 5U, 16U, 64U}) {
     ASSERT_NO_FATAL_FAILURE(ChangeAtRandom(hashes, kKeys, 3000, 1));
   }
 }
 
-TEST(KeyIndex, FindsWhatWasAddedReplacedAndRemovedWhereKeysCrowd) {
+TEST(KeyIndex, FindsWhatWasAddedReplacedRenamedAndRemovedWhereKeysCrowd) {
   for (const CKeyHash hashes : {1U, 2U, 5U, 100U, 700U}) {
     ASSERT_NO_FATAL_FAILURE(ChangeAtRandom(hashes, 4 * kLongestRun, 20'000, 500));
   }
