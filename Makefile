@@ -45,7 +45,7 @@ check-windows:
 SECONDS := 20
 fuzz:
 	@scripts/bootstrap build ci
-	@scripts/fuzz --seconds $(SECONDS) $(if $(SEED),--seed $(SEED))
+	@scripts/fuzz --seconds $(SECONDS) $(if $(SEED),--seed $(SEED)) $(if $(JOBS),--jobs $(JOBS))
 
 # Makes Debian packages and an archive for Windows in build/package, of what the checks built.
 package:
