@@ -18,7 +18,7 @@ namespace {
 
 constexpr const char* kDescription =
     "Shows, changes, compares, merges, converts and checks configuration files of attributes,\n"
-    "and evaluates the operations of formulas.";
+    "evaluates the operations of formulas, and decodes device logs.";
 
 constexpr const char* kFooter =
     "A PATH is dotted, with occurrences: Sensor(1).Offset\n"
