@@ -10,19 +10,15 @@
 
 namespace lum::decoding::detail {
 
-bool CCanFrame::Convert(std::string_view digits, Digits& upper,
-                        std::array<std::uint8_t, kMaxCanBytes>& bytes) {
-  Digits text;
-  if (digits.size() == kDigits) {
-    std::memcpy(text.data(), digits.data(), kDigits);
-  } else {
-    text.fill('0');
-    std::copy(digits.begin(), digits.end(), text.begin());
-  }
-  std::array<std::uint8_t, kDigits> values;
+namespace {
+
+/// Converts exactly so many digits. False when one is none.
+template <std::size_t kCount>
+bool ConvertDigits(const char* digits, char* upper, std::uint8_t* bytes) {
+  std::array<std::uint8_t, kCount> values;
   std::uint8_t right = 1;
-  for (std::size_t i = 0; i < kDigits; ++i) {
-    const auto c = static_cast<std::uint8_t>(text[i]);
+  for (std::size_t i = 0; i < kCount; ++i) {
+    const auto c = static_cast<std::uint8_t>(digits[i]);
     const auto decimal = static_cast<std::uint8_t>(c - '0');
     const auto letter = static_cast<std::uint8_t>((c | 0x20) - 'a');
     const std::uint8_t isDecimal = decimal < 10 ? 1 : 0;
@@ -31,17 +27,19 @@ bool CCanFrame::Convert(std::string_view digits, Digits& upper,
     upper[i] = static_cast<char>(c & ~(isLetter << 5));
     values[i] = isLetter != 0 ? static_cast<std::uint8_t>(letter + 10) : decimal;
   }
-  for (std::size_t i = 0; i < kMaxCanBytes; ++i) {
+  for (std::size_t i = 0; i < kCount / 2; ++i) {
     bytes[i] = static_cast<std::uint8_t>(values[2 * i] << 4 | values[2 * i + 1]);
   }
   return right != 0;
 }
 
+}  // namespace
+
 bool CCanFrame::TakeId(std::string_view digits) {
   m_isExtended = digits.size() == 8;
   if (m_isExtended) {
-    std::array<std::uint8_t, kMaxCanBytes> bytes;
-    const bool isNumber = Convert(digits, m_idDigits, bytes);
+    std::array<std::uint8_t, 4> bytes;
+    const bool isNumber = ConvertDigits<8>(digits.data(), m_idDigits.data(), bytes.data());
     m_id = std::uint32_t{bytes[0]} << 24 | std::uint32_t{bytes[1]} << 16 |
            std::uint32_t{bytes[2]} << 8 | bytes[3];
     return isNumber;
@@ -58,7 +56,13 @@ bool CCanFrame::TakeId(std::string_view digits) {
 
 bool CCanFrame::TakeData(std::string_view digits) {
   m_size = digits.size() / 2;
-  return Convert(digits, m_dataDigits, m_data);
+  if (digits.size() == kDigits) {
+    return ConvertDigits<kDigits>(digits.data(), m_dataDigits.data(), m_data.data());
+  }
+  Digits filled;
+  filled.fill('0');
+  std::copy(digits.begin(), digits.end(), filled.begin());
+  return ConvertDigits<kDigits>(filled.data(), m_dataDigits.data(), m_data.data());
 }
 
 void CCanFrame::Describe(BusParts& bus) {

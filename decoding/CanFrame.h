@@ -47,14 +47,12 @@ class CCanFrame {
   static constexpr std::size_t kDigits = 2 * kMaxCanBytes;
   using Digits = std::array<char, kDigits>;
 
-  static bool Convert(std::string_view digits, Digits& upper,
-                      std::array<std::uint8_t, kMaxCanBytes>& bytes);
   void DescribeExtended(BusParts& bus);
 
   std::uint32_t m_id = 0;
   bool m_isExtended = false;
   std::size_t m_size = 0;
-  Digits m_idDigits{};
+  std::array<char, 8> m_idDigits{};
   Digits m_dataDigits{};
   std::array<std::uint8_t, kMaxCanBytes> m_data{};
   std::array<char, 8 + 1 + kDigits> m_frame{};

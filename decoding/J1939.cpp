@@ -23,8 +23,6 @@ constexpr std::uint8_t kAcknowledgement = 19;
 constexpr std::uint8_t kBroadcastAnnouncement = 32;
 constexpr std::uint8_t kConnectionAbort = 255;
 
-bool IsForOne(std::uint32_t pgn) { return (pgn >> 8 & 0xFF) < 240; }
-
 std::uint32_t MakeSessionKey(std::uint8_t from, std::uint8_t to) {
   return std::uint32_t{from} << 8 | to;
 }
@@ -134,18 +132,6 @@ std::string_view CJ1939Assembler::Session::TakePacket(std::span<const std::uint8
   std::copy_n(packet.begin() + 1, wanted, data.begin() + static_cast<std::ptrdiff_t>(first));
   ++next;
   return {};
-}
-
-J1939Id SplitJ1939Id(std::uint32_t id) {
-  J1939Id parts;
-  parts.priority = static_cast<std::uint8_t>(id >> 26 & 0x7);
-  parts.source = static_cast<std::uint8_t>(id & 0xFF);
-  parts.pgn = id >> 8 & 0x3FFFF;
-  if (IsForOne(parts.pgn)) {
-    parts.destination = static_cast<std::uint8_t>(parts.pgn & 0xFF);
-    parts.pgn &= 0x3FF00;
-  }
-  return parts;
 }
 
 CJ1939Assembler::CJ1939Assembler() = default;

@@ -21,7 +21,21 @@ struct J1939Id {
   std::uint8_t source = 0;
   std::uint8_t destination = 0xFF;
 };
-J1939Id SplitJ1939Id(std::uint32_t id);
+
+/// Whether a parameter group is of PDU1: its messages have a destination.
+inline bool IsForOne(std::uint32_t pgn) { return (pgn >> 8 & 0xFF) < 240; }
+
+inline J1939Id SplitJ1939Id(std::uint32_t id) {
+  J1939Id parts;
+  parts.priority = static_cast<std::uint8_t>(id >> 26 & 0x7);
+  parts.source = static_cast<std::uint8_t>(id & 0xFF);
+  parts.pgn = id >> 8 & 0x3FFFF;
+  if (IsForOne(parts.pgn)) {
+    parts.destination = static_cast<std::uint8_t>(parts.pgn & 0xFF);
+    parts.pgn &= 0x3FF00;
+  }
+  return parts;
+}
 
 /// One frame for the assembler.
 struct J1939Frame {

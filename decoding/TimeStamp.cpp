@@ -212,19 +212,19 @@ std::optional<double> TakeCivilTime(CLogCursor& cursor) {
 }
 
 std::optional<double> TakeTimeInParentheses(CLogCursor& cursor) {
-  CLogCursor ahead = cursor;
-  if (!ahead.TakeChar('(')) {
+  const std::size_t start = cursor.Place();
+  if (!cursor.TakeChar('(')) {
     return std::nullopt;
   }
-  std::optional<double> time = TakeSeconds(ahead);
-  if (!time || ahead.Peek() != ')') {
-    ahead.MoveTo(cursor.Place() + 1);
-    time = TakeCivilTime(ahead);
+  std::optional<double> time = TakeSeconds(cursor);
+  if (!time || cursor.Peek() != ')') {
+    cursor.MoveTo(start + 1);
+    time = TakeCivilTime(cursor);
   }
-  if (!time || !ahead.TakeChar(')')) {
+  if (!time || !cursor.TakeChar(')')) {
+    cursor.MoveTo(start);
     return std::nullopt;
   }
-  cursor = ahead;
   return time;
 }
 
