@@ -132,7 +132,7 @@ class CGnuplot {
     m_pipe = ::_popen("gnuplot", "w");
 #else
     m_handler = std::signal(SIGPIPE, SIG_IGN);
-    m_pipe = ::popen("gnuplot", "w");
+    m_pipe = ::popen("gnuplot", "w");  // NOLINT(cert-env33-c): a constant
 #endif
     if (m_pipe == nullptr) {
       throw ToolError("cannot start gnuplot: " + std::generic_category().message(errno));
