@@ -9,8 +9,6 @@
 namespace lum::decoding {
 namespace {
 
-constexpr std::string_view kTooLong = "the line is longer than 65536 bytes";
-static_assert(kMaxLogLine == 65'536);
 constexpr std::uint64_t kCountedAtOnce = 1 << 18;
 
 bool NeedsJ1939(const MatchTerm& term) {
@@ -152,12 +150,7 @@ bool CLogRun::Next() {
 
 void CLogRun::TakeLine() {
   ++m_counts.lines;
-  if (m_line.isTooLong) {
-    m_outcome.hasProblem = true;
-    m_problem = {m_line.number, kMaxLogLine + 1, kTooLong};
-  } else {
-    m_outcome = m_reader->Take(m_line, m_record, m_problem);
-  }
+  m_outcome = m_reader->Take(m_line, m_record, m_problem);
   if (m_outcome.hasRecord && m_record.kind == RecordKind::Data) {
     m_matches = m_decoder.Match(m_record);
   }

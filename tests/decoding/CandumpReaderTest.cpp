@@ -10,20 +10,9 @@
 
 using lum::decoding::kMaxChannelName;
 using lum::decoding::LogFormat;
+using lum::test::CheckReader;
 using lum::test::CTestReader;
 using lum::test::ReaderCase;
-
-namespace {
-
-template <std::size_t kCount>
-void CheckAll(const ReaderCase (&rows)[kCount]) {
-  CTestReader reader(LogFormat::Candump);
-  for (const ReaderCase& row : rows) {
-    EXPECT_EQ(reader.Read(row.line), row.outcome) << row.line;
-  }
-}
-
-}  // namespace
 
 TEST(CandumpReader, ReadsCompactLines) {
   const ReaderCase rows[] = {
@@ -47,7 +36,7 @@ TEST(CandumpReader, ReadsCompactLines) {
       {"(2015-07-10 06:17:32.249713) can0 123#00",
        "data 1436509052.249713 can0 123 00 frame 123100"},
   };
-  CheckAll(rows);
+  CheckReader(LogFormat::Candump, rows);
 }
 
 TEST(CandumpReader, TellsFramesWithoutDataApart) {
@@ -63,7 +52,7 @@ TEST(CandumpReader, TellsFramesWithoutDataApart) {
       {" \t", "remark"},
       {"# a log", "remark"},
   };
-  CheckAll(rows);
+  CheckReader(LogFormat::Candump, rows);
 }
 
 TEST(CandumpReader, ReadsColumns) {
@@ -83,7 +72,7 @@ TEST(CandumpReader, ReadsColumns) {
        "bus error can0 080 0000000000000000"},
       {"can0  123  [12]  11 22 33 44 55 66 77 88 99 AA BB CC", "unusable can0 123 "},
   };
-  CheckAll(rows);
+  CheckReader(LogFormat::Candump, rows);
 }
 
 TEST(CandumpReader, SaysWhereACompactLineIsWrong) {
@@ -113,7 +102,7 @@ TEST(CandumpReader, SaysWhereACompactLineIsWrong) {
       {"(1.5) ", "column 7: no name of an interface"},
       {" (x) can0 123#", "column 2: no time stamp within the parentheses"},
   };
-  CheckAll(rows);
+  CheckReader(LogFormat::Candump, rows);
 }
 
 TEST(CandumpReader, SaysWhereALineOfColumnsIsWrong) {
@@ -136,7 +125,7 @@ TEST(CandumpReader, SaysWhereALineOfColumnsIsWrong) {
       {"can0  RX - -", "column 13: no identifier behind the flags"},
       {"hello world", "column 7: identifier has neither 3 nor 8 hexadecimal digits"},
   };
-  CheckAll(rows);
+  CheckReader(LogFormat::Candump, rows);
 }
 
 TEST(CandumpReader, TakesInterfaceNamesUpToTheLimit) {

@@ -11,20 +11,9 @@
 using lum::decoding::CFormulaInputs;
 using lum::decoding::kMaxLogLine;
 using lum::decoding::LogFormat;
+using lum::test::CheckReader;
 using lum::test::CTestReader;
 using lum::test::ReaderCase;
-
-namespace {
-
-template <std::size_t kCount>
-void CheckAll(const ReaderCase (&rows)[kCount], char separator = '\0') {
-  CTestReader reader(LogFormat::Csv, {.separator = separator});
-  for (const ReaderCase& row : rows) {
-    EXPECT_EQ(reader.Read(row.line), row.outcome) << row.line;
-  }
-}
-
-}  // namespace
 
 TEST(CsvReader, SplitsAtCommas) {
   const ReaderCase rows[] = {
@@ -40,7 +29,7 @@ TEST(CsvReader, SplitsAtCommas) {
       {"", "remark"},
       {"#", "data [#]"},
   };
-  CheckAll(rows);
+  CheckReader(LogFormat::Csv, rows);
 }
 
 TEST(CsvReader, SplitsAtAnotherSeparator) {
@@ -48,7 +37,7 @@ TEST(CsvReader, SplitsAtAnotherSeparator) {
       {"1,5;2,5", "data [1,5|2,5]"},
       {R"("a;b";c)", "data [a;b|c]"},
   };
-  CheckAll(rows, ';');
+  CheckReader(LogFormat::Csv, rows, {.separator = ';'});
 }
 
 TEST(CsvReader, SaysWhereALineIsWrong) {
@@ -60,7 +49,7 @@ TEST(CsvReader, SaysWhereALineIsWrong) {
       {R"("a"b,c)", "column 4: text behind the closing quotation mark"},
       {R"("a" ,c)", "column 4: text behind the closing quotation mark"},
   };
-  CheckAll(rows);
+  CheckReader(LogFormat::Csv, rows);
 }
 
 TEST(CsvReader, TakesFieldsUpToTheLimit) {

@@ -95,7 +95,7 @@ TEST_F(LogRun, TellsALineThatIsTooLongFromTheLongestOne) {
   ASSERT_TRUE(run.Next());
   ASSERT_NE(run.Problem(), nullptr);
   EXPECT_EQ(run.Problem()->line, 2U);
-  EXPECT_EQ(run.Problem()->reason, "the line is longer than 65536 bytes");
+  EXPECT_EQ(run.Problem()->reason, "line is longer than 65536 bytes");
   EXPECT_EQ(run.Record(), nullptr);
   EXPECT_FALSE(run.Next());
 }

@@ -12,6 +12,7 @@
 using lum::decoding::CFormulaInputs;
 using lum::decoding::kMaxSentence;
 using lum::decoding::LogFormat;
+using lum::test::CheckReader;
 using lum::test::CTestReader;
 using lum::test::ReaderCase;
 
@@ -29,14 +30,6 @@ std::string Sum(const std::string& body) {
 }
 
 std::string Sentence(const std::string& body) { return "$" + body + Sum(body); }
-
-template <std::size_t kCount>
-void CheckAll(const ReaderCase (&rows)[kCount], bool allowMissingChecksum = false) {
-  CTestReader reader(LogFormat::Nmea, {.allowMissingChecksum = allowMissingChecksum});
-  for (const ReaderCase& row : rows) {
-    EXPECT_EQ(reader.Read(row.line), row.outcome) << row.line;
-  }
-}
 
 }  // namespace
 
@@ -56,7 +49,7 @@ TEST(NmeaReader, ReadsSentences) {
       {"", "remark"},
       {"# a log", "remark"},
   };
-  CheckAll(rows);
+  CheckReader(LogFormat::Nmea, rows);
 }
 
 TEST(NmeaReader, SaysWhereALineIsWrong) {
@@ -80,7 +73,7 @@ TEST(NmeaReader, SaysWhereALineIsWrong) {
       {"\\s:r3\\$GPHDT,1*52", "column 6: tag block has no checksum"},
       {"\\s:r3*08$GPHDT,1*52", "column 1: tag block has no end"},
   };
-  CheckAll(rows);
+  CheckReader(LogFormat::Nmea, rows);
 }
 
 TEST(NmeaReader, GoesWithoutAChecksumWhereThatIsAllowed) {
@@ -92,7 +85,7 @@ TEST(NmeaReader, GoesWithoutAChecksumWhereThatIsAllowed) {
       {"$GPHDT,1$GPHDT,2", "column 9: a sentence begins within another"},
       {"$GPHDT,1!AIVDM,2", "column 9: a sentence begins within another"},
   };
-  CheckAll(rows, true);
+  CheckReader(LogFormat::Nmea, rows, {.allowMissingChecksum = true});
 }
 
 TEST(NmeaReader, TakesSentencesUpToTheLimit) {

@@ -10,20 +10,9 @@
 
 using lum::decoding::CFormulaInputs;
 using lum::decoding::LogFormat;
+using lum::test::CheckReader;
 using lum::test::CTestReader;
 using lum::test::ReaderCase;
-
-namespace {
-
-template <std::size_t kCount>
-void CheckAll(const ReaderCase (&rows)[kCount], char separator = '\0') {
-  CTestReader reader(LogFormat::Plain, {.separator = separator});
-  for (const ReaderCase& row : rows) {
-    EXPECT_EQ(reader.Read(row.line), row.outcome) << row.line;
-  }
-}
-
-}  // namespace
 
 TEST(PlainReader, SplitsAtBlanks) {
   const ReaderCase rows[] = {
@@ -38,7 +27,7 @@ TEST(PlainReader, SplitsAtBlanks) {
       {"  ", "remark"},
       {" # 1 2", "remark"},
   };
-  CheckAll(rows);
+  CheckReader(LogFormat::Plain, rows);
 }
 
 TEST(PlainReader, SplitsAtASeparator) {
@@ -48,7 +37,7 @@ TEST(PlainReader, SplitsAtASeparator) {
       {"(1.5) a;b", "data 1.500000 [a|b]"},
       {" a ;b", "data [ a |b]"},
   };
-  CheckAll(rows, ';');
+  CheckReader(LogFormat::Plain, rows, {.separator = ';'});
 }
 
 TEST(PlainReader, ATabSeparatesEmptyFieldsToo) {
@@ -56,7 +45,7 @@ TEST(PlainReader, ATabSeparatesEmptyFieldsToo) {
       {"\ta\t\tb", "data [|a||b]"},
       {"(1.5)\t\ta", "data 1.500000 [|a]"},
   };
-  CheckAll(rows, '\t');
+  CheckReader(LogFormat::Plain, rows, {.separator = '\t'});
 }
 
 TEST(PlainReader, TakesFieldsUpToTheLimit) {

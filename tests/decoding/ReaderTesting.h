@@ -1,6 +1,8 @@
 // Readers by lines, and what became of a line as one text that tables can hold.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <cstdio>
 #include <memory>
 #include <string>
@@ -112,5 +114,15 @@ struct ReaderCase {
   std::string line;
   std::string outcome;
 };
+
+/// Reads the lines of a table one after the other.
+template <std::size_t kCount>
+void CheckReader(decoding::LogFormat format, const ReaderCase (&rows)[kCount],
+                 const decoding::ReaderOptions& options = {}) {
+  CTestReader reader(format, options);
+  for (const ReaderCase& row : rows) {
+    EXPECT_EQ(reader.Read(row.line), row.outcome) << row.line;
+  }
+}
 
 }  // namespace lum::test
