@@ -59,11 +59,6 @@ constexpr std::size_t kOutputBytes = 1 << 16;
 
 // ---- The summary
 
-/// "12 lines" or "1 line".
-std::string Counted(std::uint64_t count, const char* one, const char* many) {
-  return std::to_string(count) + " " + (count == 1 ? one : many);
-}
-
 std::string CountsText(const LogCounts& counts) {
   const struct {
     std::uint64_t count;

@@ -64,7 +64,9 @@ class CReport {
   void Line(std::string_view label, const std::string& text) {
     constexpr std::size_t kWidth = 10;
     std::string line(label);
-    line.resize(std::max(line.size() + 1, kWidth), ' ');
+    if (!text.empty()) {
+      line.resize(std::max(line.size() + 1, kWidth), ' ');
+    }
     m_context.out << line << text << '\n';
   }
   void Text(const std::string& text) { m_context.out << text << '\n'; }
@@ -106,8 +108,8 @@ void ReportBus(const decoding::BusParts& bus, LogFormat format, CReport& report)
   }
   const std::string data(bus.data.begin(), bus.data.end());
   report.Line("data",
-              std::to_string(data.size()) + " bytes: " + HexBytes(data) +
-                  (bus.frames > 1 ? " from " + std::to_string(bus.frames) + " frames" : ""));
+              Counted(data.size(), "byte", "bytes") + (data.empty() ? "" : ": " + HexBytes(data)) +
+                  (bus.frames > 1 ? " from " + Counted(bus.frames, "frame", "frames") : ""));
 }
 
 void ReportRecord(const LogRecord& record, LogFormat format, CReport& report) {
@@ -129,11 +131,12 @@ void ReportProblem(const LogLine& line, const LineProblem& problem, CReport& rep
   report.Line("problem",
               "column " + std::to_string(problem.column) + ": " + std::string(problem.reason));
   constexpr std::size_t kMostShown = 100;
-  const std::string text = Shown(line.text.substr(0, kMostShown));
-  if (problem.column <= text.size() + 1 && text.size() <= line.text.size()) {
-    report.Line("", text);
-    report.Line("", std::string(problem.column - 1, ' ') + "^");
+  if (problem.column > kMostShown) {
+    return;
   }
+  const std::string before = Shown(line.text.substr(0, problem.column - 1));
+  report.Line("", Shown(line.text.substr(0, kMostShown)));
+  report.Line("", std::string(static_cast<std::size_t>(DisplayWidth(before)), ' ') + "^");
 }
 
 // ---- Why it is no message
@@ -183,6 +186,12 @@ std::string Joined(const std::vector<std::string>& words) {
   return text;
 }
 
+/// Naming a text has that for its result, where the number of the step is none.
+bool NamesText(const EvaluationStep& step) {
+  const bool isInput = step.operation == "field" || step.operation == step.text;
+  return isInput && !step.arguments.empty() && std::isnan(step.numbers.front());
+}
+
 std::string StepResult(const EvaluationStep& step) {
   using decoding::AbsenceReason;
   switch (step.absence) {
@@ -193,8 +202,7 @@ std::string StepResult(const EvaluationStep& step) {
     case AbsenceReason::NoValue:
       return "has no value";
     default:
-      return "= " + (std::isnan(step.result) && !step.arguments.empty() ? step.arguments.front()
-                                                                        : NumberText(step.result));
+      return "= " + (NamesText(step) ? step.arguments.front() : NumberText(step.result));
   }
 }
 
@@ -251,7 +259,7 @@ class CColumnReport {
     if (m_column.raw && number) {
       Sentinels(*number);
     }
-    if (m_column.formula && (number || !m_column.raw) && !IsTold(cell)) {
+    if (m_column.formula && (!m_column.raw || (number && !IsTold(cell)))) {
       number = Evaluate(m_column.formula);
     }
     if (!m_column.raw && number) {
@@ -401,15 +409,16 @@ void ExplainLogLine(const CommandOptions& options, const Profile& profile, ToolC
   while (run.Counts().lines < options.line && run.Next()) {
   }
   if (run.Counts().lines < options.line) {
-    throw ToolError(Shown(options.log) + " has " + std::to_string(run.Counts().lines) +
-                    " lines, not " + std::to_string(options.line));
+    throw ToolError(Shown(options.log) + " has " + Counted(run.Counts().lines, "line", "lines") +
+                    ", not " + std::to_string(options.line));
   }
   CExplanation(profile, run.Format(), context).Print(run.Line(), run.Record(), run.Problem());
 }
 
 void Run(const CommandOptions& options, ToolContext& context) {
   const bool hasPlace = !options.log.empty() && options.line > 0;
-  if (options.lines.empty() == !hasPlace) {
+  const bool hasPartOfPlace = !options.log.empty() || options.line > 0;
+  if (hasPlace != hasPartOfPlace || hasPlace != options.lines.empty()) {
     throw ToolError(
         "explain needs a line of a log, or --log and --line; see lumattr explain --help");
   }

@@ -30,6 +30,10 @@ constexpr FieldKind kFieldKinds[] = {
     {12, 8, "a signed 64-bit integer"},
 };
 
+/// Only messages have integers of 64 bits.
+constexpr int kLastFrameCode = 8;
+constexpr int kLastMessageCode = 12;
+
 /// Beyond any place of a record.
 constexpr double kFarAway = 1e6;
 
@@ -87,9 +91,10 @@ std::string Beyond(std::size_t size) {
   return size == 0 ? "; there are no data" : "; the data end with byte " + std::to_string(size - 1);
 }
 
-std::string ExplainBytes(const std::string& data, int start, int code) {
+/// Codes beyond the last are of other operations.
+std::string ExplainBytes(const std::string& data, int start, int code, int lastCode) {
   const FieldKind* kind = FindKind(code);
-  if (kind == nullptr) {
+  if (kind == nullptr || std::abs(code) > lastCode) {
     return "there is no field of type code " + std::to_string(code);
   }
   if (start < 0) {
@@ -117,7 +122,8 @@ std::string ExplainByteField(const EvaluationStep& step, const LogRecord& record
   const auto data = BusData(step, record);
   const auto code = WholeArgument(step, 1);
   const auto start = WholeArgument(step, 2);
-  return data && code && start ? ExplainBytes(*data, *start, *code) : std::string();
+  const int lastCode = step.operation == "CanVal" ? kLastFrameCode : kLastMessageCode;
+  return data && code && start ? ExplainBytes(*data, *start, *code, lastCode) : std::string();
 }
 
 /// The bits from the highest to the lowest, as they are read.
@@ -132,6 +138,7 @@ std::string BitDigits(std::string_view data, std::size_t first, std::size_t coun
 
 std::string ExplainBitField(const EvaluationStep& step, const LogRecord& record) {
   const auto data = BusData(step, record);
+  const auto code = WholeArgument(step, 1);
   const auto start = WholeArgument(step, 2);
   const auto length = WholeArgument(step, 3);
   if (!data || !start || !length || *start < 0 || *length < 1 || *length > 63) {
@@ -147,15 +154,16 @@ std::string ExplainBitField(const EvaluationStep& step, const LogRecord& record)
   const std::size_t bytes = lastByte - firstByte + 1;
   return Places("bit", first, count) + " of " + Places("byte", firstByte, bytes) + " = " +
          HexBytes(std::string_view(*data).substr(firstByte, bytes)) +
-         ", bit 0 the lowest of byte 0: " + BitDigits(*data, first, count);
+         ", bit 0 the lowest of byte 0: " + BitDigits(*data, first, count) +
+         (code == 2 || code == 3 ? ", the highest is the sign" : "");
 }
 
 std::string ExplainRecordField(const EvaluationStep& step) {
   const auto code = WholeArgument(step, 1);
-  if (!code || FindKind(*code) == nullptr || std::abs(*code) > 8) {
+  if (!code || FindKind(*code) == nullptr || std::abs(*code) > kLastFrameCode) {
     return {};
   }
-  return ExplainBytes(Unquoted(step.arguments.front()), 0, *code);
+  return ExplainBytes(Unquoted(step.arguments.front()), 0, *code, kLastFrameCode);
 }
 
 std::string ExplainChannel(const EvaluationStep& step) {

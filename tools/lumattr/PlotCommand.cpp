@@ -60,7 +60,9 @@ class CCurves {
   }
 
   void Add(const Row& row) {
-    m_hasTime = m_hasTime || row.record->time.has_value();
+    if (!m_hasTime && row.record->time) {
+      BeginTime();
+    }
     const double at =
         m_hasTime ? row.record->time.value_or(m_last) : static_cast<double>(row.record->number);
     m_last = at;
@@ -76,6 +78,14 @@ class CCurves {
   bool HasTime() const { return m_hasTime; }
 
  private:
+  /// What came before the first time stamp has no place in time.
+  void BeginTime() {
+    m_hasTime = true;
+    for (PlotCurve& curve : m_curves) {
+      curve.series = {};
+    }
+  }
+
   static void AddCell(CPlotSeries& series, double at, const Cell& cell) {
     if (cell.state == CellState::Value) {
       series.AddValue(at, cell.value);
@@ -124,15 +134,17 @@ class CCurves {
 
 // ---- gnuplot
 
-/// A program that reads what is written to it. Should it end before, that is no signal to us.
+/// A program that reads what is written to it, without the settings that a user has for it. Should
+/// it end before, that is no signal to us.
 class CGnuplot {
  public:
   CGnuplot() {
 #if defined(_WIN32)
-    m_pipe = ::_popen("gnuplot", "w");
+    m_pipe = ::_popen("gnuplot --default-settings", "w");
 #else
     m_handler = std::signal(SIGPIPE, SIG_IGN);
-    m_pipe = ::popen("gnuplot", "w");  // NOLINT(cert-env33-c): a constant
+    // NOLINTNEXTLINE(cert-env33-c): a constant
+    m_pipe = ::popen("gnuplot --default-settings", "w");
 #endif
     if (m_pipe == nullptr) {
       throw ToolError("cannot start gnuplot: " + std::generic_category().message(errno));

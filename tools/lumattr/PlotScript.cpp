@@ -1,6 +1,7 @@
 #include "tools/lumattr/PlotScript.h"
 
 #include <algorithm>
+#include <cmath>
 #include <string_view>
 
 #include "decoding/NumberText.h"
@@ -19,13 +20,26 @@ constexpr int kFrameHeight = 90;
 
 using Panel = std::vector<const PlotCurve*>;
 
-/// In single quotes, where nothing but the quote itself has a meaning.
+/// In double quotes, with octal codes for what has a meaning there. Single quotes will not do: a
+/// text that begins with one would end there.
 std::string Literal(std::string_view text) {
-  std::string literal = "'";
+  std::string literal = "\"";
   for (const char ch : Printable(FromUtf8(text))) {
-    literal.append(ch == '\'' ? 2 : 1, ch);
+    switch (ch) {
+      case '"':
+        literal += "\\042";
+        break;
+      case '\\':
+        literal += "\\134";
+        break;
+      case '`':
+        literal += "\\140";
+        break;
+      default:
+        literal += ch;
+    }
   }
-  return literal + "'";
+  return literal + '"';
 }
 
 std::vector<Panel> PanelsOf(const std::vector<PlotCurve>& curves) {
@@ -104,6 +118,27 @@ std::string RangeCommand(const Span& span) {
   return text + "]\n";
 }
 
+/// A panel of one value alone has no height either.
+std::string HeightCommand(const Panel& panel) {
+  double least = panel.front()->series.Points().front().minimum;
+  double greatest = least;
+  for (const PlotCurve* curve : panel) {
+    for (const PlotPoint& point : curve->series.Points()) {
+      least = std::min(least, point.minimum);
+      greatest = std::max(greatest, point.maximum);
+    }
+  }
+  if (least != greatest) {
+    return "set yrange [*:*]\n";
+  }
+  const double margin = std::max(1.0, std::abs(least) / 100);
+  std::string text = "set yrange [";
+  decoding::AppendShortest(text, least - margin);
+  text += ":";
+  decoding::AppendShortest(text, least + margin);
+  return text + "]\n";
+}
+
 /// Single values are seen as points, many as a line.
 std::string Style(const PlotCurve& curve) {
   constexpr std::size_t kMostMarked = 500;
@@ -113,7 +148,7 @@ std::string Style(const PlotCurve& curve) {
 std::string PanelCommands(const Panel& panel, std::size_t& number, bool isLast) {
   const std::string unit = panel.front()->unit;
   std::string text = isLast ? "set xlabel label\n" : "";
-  text += "set ylabel " + Literal(unit) + "\nplot ";
+  text += HeightCommand(panel) + "set ylabel " + Literal(unit) + "\nplot ";
   for (std::size_t i = 0; i < panel.size(); ++i) {
     text += (i == 0 ? "" : ", ");
     text += "$curve" + std::to_string(number++) + " using 1:2 with " + Style(*panel[i]) +

@@ -7,7 +7,7 @@ namespace lum::tool {
 void CPlotSeries::AddValue(double at, double value) {
   const bool isNew = m_points.empty() || m_isGap || m_valuesInLast >= m_valuesEach;
   if (isNew && m_points.size() == kMaxPoints) {
-    JoinNeighbours();
+    MakeRoom();
   }
   if (isNew) {
     m_points.push_back({at, at, value, value, m_isGap});
@@ -21,15 +21,27 @@ void CPlotSeries::AddValue(double at, double value) {
   ++m_valuesInLast;
 }
 
-void CPlotSeries::JoinNeighbours() {
+void CPlotSeries::JoinNeighbours(bool acrossGaps) {
   std::size_t count = 0;
-  for (std::size_t i = 0; i + 1 < m_points.size(); i += 2) {
-    const PlotPoint& a = m_points[i];
-    const PlotPoint& b = m_points[i + 1];
-    m_points[count++] = {a.first, b.last, std::min(a.minimum, b.minimum),
-                         std::max(a.maximum, b.maximum), a.isAfterGap};
+  for (std::size_t i = 0; i < m_points.size(); ++i) {
+    PlotPoint& joined = m_points[count++];
+    joined = m_points[i];
+    if (i + 1 < m_points.size() && (acrossGaps || !m_points[i + 1].isAfterGap)) {
+      const PlotPoint& next = m_points[++i];
+      joined.last = next.last;
+      joined.minimum = std::min(joined.minimum, next.minimum);
+      joined.maximum = std::max(joined.maximum, next.maximum);
+    }
   }
   m_points.resize(count);
+}
+
+void CPlotSeries::MakeRoom() {
+  constexpr std::size_t kMostLeft = kMaxPoints / 4 * 3;
+  JoinNeighbours(false);
+  if (m_points.size() > kMostLeft) {
+    JoinNeighbours(true);
+  }
   m_valuesEach *= 2;
 }
 

@@ -16,7 +16,7 @@ struct PlotPoint {
 };
 
 /// Takes the values in the order of the log. Once there are more than kMaxPoints, neighbours become
-/// one, so extremes stay and gaps shorter than a point vanish.
+/// one, so extremes stay. Gaps stay as well unless they are too many: then half of them vanish.
 class CPlotSeries {
  public:
   static constexpr std::size_t kMaxPoints = 8192;
@@ -28,7 +28,9 @@ class CPlotSeries {
   const std::vector<PlotPoint>& Points() const { return m_points; }
 
  private:
-  void JoinNeighbours();
+  /// Points of both sides of a gap are joined when they have to.
+  void JoinNeighbours(bool acrossGaps);
+  void MakeRoom();
 
   std::vector<PlotPoint> m_points;
   std::size_t m_valuesEach = 1;    // How many values become one point.

@@ -105,6 +105,10 @@ std::string SafeJson(const std::string& json) {
   return safe;
 }
 
+std::string Counted(std::uint64_t count, const char* one, const char* many) {
+  return std::to_string(count) + " " + (count == 1 ? one : many);
+}
+
 std::size_t WholeCharacters(std::string_view bytes) {
   constexpr std::size_t kMostContinuations = 3;
   std::size_t start = bytes.size();

@@ -1,6 +1,7 @@
 // The UTF-8 of arguments and outputs: what is read, and what a terminal may be shown.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -27,6 +28,9 @@ std::string Shown(const ToolContext& context, const CString& text);
 /// JSON that a terminal shows and is not steered by: escapes the control characters beyond ASCII's
 /// first, which JSON itself need not.
 std::string SafeJson(const std::string& json);
+
+/// "12 lines" or "1 line".
+std::string Counted(std::uint64_t count, const char* one, const char* many);
 
 /// How many of the bytes are whole characters: all but an unfinished sequence at their end.
 std::size_t WholeCharacters(std::string_view bytes);
