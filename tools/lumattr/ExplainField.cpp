@@ -150,12 +150,14 @@ std::string ExplainBitField(const EvaluationStep& step, const LogRecord& record)
   if (firstByte >= data->size()) {
     return Places("bit", first, count) + Beyond(data->size());
   }
+  const int type = code.value_or(0);
+  const bool isSigned = type >= 2 && type <= 3;
   const std::size_t lastByte = std::min((first + count - 1) / 8, data->size() - 1);
   const std::size_t bytes = lastByte - firstByte + 1;
   return Places("bit", first, count) + " of " + Places("byte", firstByte, bytes) + " = " +
          HexBytes(std::string_view(*data).substr(firstByte, bytes)) +
          ", bit 0 the lowest of byte 0: " + BitDigits(*data, first, count) +
-         (code == 2 || code == 3 ? ", the highest is the sign" : "");
+         (isSigned ? ", the highest is the sign" : "");
 }
 
 std::string ExplainRecordField(const EvaluationStep& step) {

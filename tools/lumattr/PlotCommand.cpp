@@ -143,7 +143,7 @@ class CGnuplot {
     m_pipe = ::_popen("gnuplot --default-settings", "w");
 #else
     m_handler = std::signal(SIGPIPE, SIG_IGN);
-    // NOLINTNEXTLINE(cert-env33-c): a constant
+    // NOLINTNEXTLINE(cert-env33-c): nothing of the command comes from outside.
     m_pipe = ::popen("gnuplot --default-settings", "w");
 #endif
     if (m_pipe == nullptr) {
