@@ -1,5 +1,6 @@
 // Which messages a record is, and what its cells hold.
 #include "decoding/Decoder.h"
+#include "decoding/NumberText.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -221,10 +222,8 @@ TEST(DecoderCells, AreDecidedInOrder) {
       {"X.Formula=field(0)\nX.Range=0..inf\n", -1, CellState::Error, CellReason::OutOfRange, -1},
   };
   for (const auto& row : rows) {
-    std::string text = std::to_string(row.number);
-    if (std::fabs(row.number) > 1e300) {
-      text = row.number < 0 ? "-1e308" : "1e308";
-    }
+    std::string text;
+    AppendShortest(text, row.number);
     const std::array<std::string_view, 1> fields = {text};
     LogRecord record;
     record.fields = fields;

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "decoding/Expression.h"
+#include "decoding/NumberText.h"
 #include "tests/decoding/Formulas.h"
 
 namespace lum::decoding {
@@ -21,8 +22,15 @@ std::string Told(const EvaluationStep& step) {
     text += (text.back() == '[' ? "" : ", ") + argument;
   }
   text += "] " + std::to_string(step.code);
-  const std::string result = std::isnan(step.result) ? "text" : std::to_string(step.result);
-  return step.absence == AbsenceReason::None ? text + " " + result : text;
+  if (step.absence != AbsenceReason::None) {
+    return text;
+  }
+  text += ' ';
+  if (std::isnan(step.result)) {
+    return text + "text";
+  }
+  AppendFixed(text, step.result, 6);
+  return text;
 }
 
 std::vector<std::string> TraceOf(std::string_view formula, CFormulaInputs& inputs) {

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <bit>
 #include <charconv>
 #include <cmath>
@@ -31,7 +32,10 @@ std::string Shortest(double number) {
 std::string Printed(double number, int digits) {
   char buffer[400];
   const int size = std::snprintf(buffer, sizeof buffer, "%.*f", digits, number);
-  return {buffer, static_cast<std::size_t>(size)};
+  std::string text(buffer, static_cast<std::size_t>(size));
+  // The process may have a locale with a decimal comma.
+  std::replace(text.begin(), text.end(), ',', '.');
+  return text;
 }
 
 void ExpectAsPrinted(double number) {

@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "decoding/LogReader.h"
+#include "decoding/NumberText.h"
 
 namespace lum::test {
 
@@ -19,8 +20,8 @@ inline std::string KindName(decoding::RecordKind kind) {
 }
 
 inline std::string SecondsText(double seconds) {
-  char text[64];
-  std::snprintf(text, sizeof(text), "%.6f", seconds);
+  std::string text;
+  decoding::AppendFixed(text, seconds, 6);
   return text;
 }
 

@@ -1,7 +1,7 @@
 // The eval command against the same call as a formula: both have a value or none, and the same one.
 #include <gtest/gtest.h>
 
-#include <nlohmann/json.hpp>
+#include <charconv>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -48,14 +48,19 @@ struct ToolAnswer {
   std::string result;
 };
 
+/// The member "result" of what the command printed. Its numbers are read here, since a JSON library
+/// reads them by the C library, whose decimal point follows the process locale.
 std::string ResultText(const std::string& output) {
-  const auto json = nlohmann::json::parse(output, nullptr, false);
-  if (json.is_discarded() || json["result"].is_null()) {
-    return "-";
+  constexpr std::string_view kMember = "\"result\":";
+  const std::size_t begin = output.find(kMember) + kMember.size();
+  std::string text = output.substr(begin, output.find(",\"holds\"", begin) - begin);
+  double number = 0.0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (error == std::errc() && end == text.data() + text.size()) {
+    return decoding::NumberText(number);
   }
-  const auto& result = json["result"];
-  return result.is_string() ? result.get<std::string>()
-                            : decoding::NumberText(result.get<double>());
+  std::erase(text, '"');
+  return text == "null" || output.empty() ? "-" : text;
 }
 
 /// Runs the command as the program does.
