@@ -129,7 +129,8 @@ std::string ExplainByteField(const EvaluationStep& step, const LogRecord& record
 /// The bits from the highest to the lowest, as they are read.
 std::string BitDigits(std::string_view data, std::size_t first, std::size_t count) {
   std::string digits;
-  for (std::size_t bit = first + count; bit-- > first;) {
+  for (std::size_t left = count; left > 0; --left) {
+    const std::size_t bit = first + left - 1;
     const auto byte = static_cast<unsigned char>(bit / 8 < data.size() ? data[bit / 8] : '\0');
     digits += (byte >> (bit % 8) & 1U) != 0 ? '1' : '0';
   }
