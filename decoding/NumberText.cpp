@@ -136,6 +136,14 @@ void AppendShortest(std::string& text, double number) {
   text.append(buffer, std::to_chars(buffer, std::end(buffer), number).ptr);
 }
 
+void AppendNumber(std::string& text, double number, std::optional<int> digits) {
+  if (digits) {
+    AppendFixed(text, number, *digits);
+  } else {
+    AppendShortest(text, number);
+  }
+}
+
 void AppendWhole(std::string& text, std::uint64_t number) {
   char buffer[24];
   text.append(buffer, std::to_chars(buffer, std::end(buffer), number).ptr);

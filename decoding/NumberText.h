@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 namespace lum::decoding {
@@ -11,6 +12,8 @@ namespace lum::decoding {
 void AppendFixed(std::string& text, double number, int digits);
 /// Appends the shortest text that reads back to the same double; what is no number as above.
 void AppendShortest(std::string& text, double number);
+/// Appends a number as a column shows it: with so many digits, or as short as it can be.
+void AppendNumber(std::string& text, double number, std::optional<int> digits);
 void AppendWhole(std::string& text, std::uint64_t number);
 
 }  // namespace lum::decoding

@@ -35,11 +35,7 @@ std::uint64_t Undecodable(const CColumnStatistics& column) {
 
 std::string NumberText(double number, std::optional<int> digits) {
   std::string text;
-  if (digits) {
-    decoding::AppendFixed(text, number, *digits);
-  } else {
-    decoding::AppendShortest(text, number);
-  }
+  decoding::AppendNumber(text, number, digits);
   return text;
 }
 

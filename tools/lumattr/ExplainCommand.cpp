@@ -9,6 +9,7 @@
 
 #include "decoding/DecodingError.h"
 #include "decoding/LogRun.h"
+#include "decoding/NumberLiteral.h"
 #include "decoding/NumberText.h"
 #include "tools/lumattr/Commands.h"
 #include "tools/lumattr/DecodeOptions.h"
@@ -30,6 +31,7 @@ using decoding::LogRecord;
 using decoding::MatchTerm;
 using decoding::MessageRule;
 using decoding::NumberRange;
+using decoding::NumberText;
 using decoding::Profile;
 using decoding::RecordKind;
 
@@ -47,12 +49,6 @@ constexpr const char* kFooter =
     "  lumattr explain -f 'NMEAPos(field(2), field(3))' '$GPGLL,4916.45,N,12311.12,W,225444,A*31'\n"
     "  lumattr explain -p engine.profile '(1.5) can0 18F00400#F17D8DE02EFFFFFF'\n"
     "  lumattr explain -p engine.profile --log engine.log --line 17";
-
-std::string NumberText(double number) {
-  std::string text;
-  decoding::AppendShortest(text, number);
-  return text;
-}
 
 std::string Shown(std::string_view text) { return Printable(FromUtf8(text)); }
 
@@ -302,11 +298,7 @@ class CColumnReport {
       return;
     }
     std::string value;
-    if (m_column.digits) {
-      decoding::AppendFixed(value, cell.value, *m_column.digits);
-    } else {
-      decoding::AppendShortest(value, cell.value);
-    }
+    decoding::AppendNumber(value, cell.value, m_column.digits);
     m_report.Line("", "-> " + value + (m_column.unit.empty() ? "" : " " + Shown(m_column.unit)));
   }
 

@@ -26,14 +26,6 @@ using decoding::Row;
 /// Digits of a time stamp: logs count microseconds.
 constexpr int kTimeDigits = 6;
 
-void AppendValue(std::string& text, const Cell& cell, const ColumnRule& column) {
-  if (column.digits) {
-    decoding::AppendFixed(text, cell.value, *column.digits);
-  } else {
-    decoding::AppendShortest(text, cell.value);
-  }
-}
-
 void AppendTime(std::string& text, const Row& row) {
   if (row.record->time) {
     decoding::AppendFixed(text, *row.record->time, kTimeDigits);
@@ -102,7 +94,7 @@ class CCsvRows : public CRowWriter {
       text += ',';
       if (cell != nullptr && cell->state == CellState::Value) {
         const auto column = static_cast<std::size_t>(cell - row.cells.data());
-        AppendValue(text, *cell, row.message->columns[column]);
+        decoding::AppendNumber(text, cell->value, row.message->columns[column].digits);
       }
     }
   }
@@ -283,7 +275,7 @@ class CTableRows : public CRowWriter {
   static void AppendCell(std::string& text, const Cell& cell, const ColumnRule& column) {
     switch (cell.state) {
       case CellState::Value:
-        return AppendValue(text, cell, column);
+        return decoding::AppendNumber(text, cell.value, column.digits);
       case CellState::NotAvailable:
         text += "n/a";
         return;
