@@ -168,18 +168,22 @@ Profile MakeProfile(const std::vector<std::string>& formulas, std::optional<int>
 
 void AddCandump() {
   constexpr const char* kRows = "candump line to four columns of CSV";
+  constexpr const char* kShortest = "the same with as few digits as tell the numbers";
   constexpr const char* kRead = "candump line to a record";
+  const std::vector<std::string> formulas = {"CanVal(frame, 7, 3) * 0.125",
+                                             "CanVal(frame, 6, 2) - 125",
+                                             "CanVal(frame, 2, 0) * 0.01", "CanVal(frame, 6, 7)"};
   const auto log = std::make_shared<CLogFile>("candump.log", CandumpText());
-  const auto profile = std::make_shared<Profile>(
-      MakeProfile({"CanVal(frame, 7, 3) * 0.125", "CanVal(frame, 6, 2) - 125",
-                   "CanVal(frame, 2, 0) * 0.01", "CanVal(frame, 6, 7)"},
-                  3));
+  const auto profile = std::make_shared<Profile>(MakeProfile(formulas, 3));
+  const auto shortest = std::make_shared<Profile>(MakeProfile(formulas, std::nullopt));
   const auto add = [&](const char* workload, const char* contender, auto run) {
     AddBenchmark(workload, contender, kLines, std::int64_t{kLines}, run);
   };
   add(kRows, kOurs, [=] { return DecodeToCsv(log->Path(), *profile); });
   add(kRows, "sscanf and snprintf", [=] { return DecodeByHand(log->Path()); });
   add(kRows, kLimit, [=] { return CountLines(log->Path()); });
+  add(kShortest, kOurs, [=] { return DecodeToCsv(log->Path(), *shortest); });
+  add(kShortest, kLimit, [=] { return CountLines(log->Path()); });
   add(kRead, kOurs, [=] { return ReadRecords(log->Path(), LogFormat::Candump); });
   add(kRead, kLimit, [=] { return CountLines(log->Path()); });
 }

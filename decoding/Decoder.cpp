@@ -93,6 +93,10 @@ bool IsSentinel(const ColumnRule& column, double number, Cell& cell) {
   return false;
 }
 
+bool HasSentinels(const ColumnRule& column) {
+  return !column.notAvailable.empty() || !column.error.empty();
+}
+
 void SetChecked(const ColumnRule& column, double value, Cell& cell) {
   if (!std::isfinite(value)) {
     SetNumber(CellState::Error, CellReason::NotANumber, value, cell);
@@ -107,7 +111,7 @@ void DecodeWithoutRaw(const ColumnRule& column, CFormulaInputs& inputs, Cell& ce
   const Evaluation value = column.formula->Evaluate(inputs);
   if (!value.HasValue()) {
     SetAbsent(value, false, cell);
-  } else if (!IsSentinel(column, value.value, cell)) {
+  } else if (!HasSentinels(column) || !IsSentinel(column, value.value, cell)) {
     SetChecked(column, value.value, cell);
   }
 }
@@ -244,11 +248,13 @@ std::span<const std::size_t> CDecoder::Match(const LogRecord& record) {
 Row CDecoder::Decode(const LogRecord& record, std::size_t message) {
   State& state = *m_state;
   const MessageRule& rule = state.profile.messages[message];
+  const std::span<Cell> cells = std::span(state.cells).first(rule.columns.size());
   SetInputs(state.inputs, record);
-  for (std::size_t i = 0; i < rule.columns.size(); ++i) {
-    DecodeColumn(rule.columns[i], state.inputs, state.cells[i]);
+  Cell* cell = cells.data();
+  for (const ColumnRule& column : rule.columns) {
+    DecodeColumn(column, state.inputs, *cell++);
   }
-  return {&record, &rule, message, std::span(state.cells).first(rule.columns.size())};
+  return {&record, &rule, message, cells};
 }
 
 }  // namespace lum::decoding

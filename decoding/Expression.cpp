@@ -63,6 +63,28 @@ double Compute(const FormulaStep& step) {
   }
 }
 
+AbsenceReason TakeStep(FormulaStep& step, CFormulaInputs& inputs) {
+  switch (step.kind) {
+    case StepKind::Input:
+      return LoadInput(step, inputs);
+    case StepKind::Field:
+      return LoadField(step, inputs);
+    case StepKind::Constant:
+      return AbsenceReason::None;
+    case StepKind::CallOnCopy:
+      step.copy.CLumDouble::SetDouble(*step.numbers[0]);
+      [[fallthrough]];
+    case StepKind::Call:
+      return CallOperation(step);
+    default:
+      step.number = Compute(step);
+      if (step.isTakenByCall) {
+        step.result.CLumDouble::SetDouble(step.number);
+      }
+      return AbsenceReason::None;
+  }
+}
+
 ExpressionError ErrorAt(std::string_view text, const FormulaFault& fault) {
   const std::string_view before = text.substr(0, fault.place);
   const std::size_t lastBreak = before.rfind('\n');
@@ -83,26 +105,18 @@ ExpressionError ErrorAt(std::string_view text, const FormulaFault& fault) {
 
 // ---- Steps
 
-AbsenceReason TakeStep(FormulaStep& step, CFormulaInputs& inputs) {
-  switch (step.kind) {
-    case StepKind::Input:
-      return LoadInput(step, inputs);
-    case StepKind::Field:
-      return LoadField(step, inputs);
-    case StepKind::Constant:
-      return AbsenceReason::None;
-    case StepKind::CallOnCopy:
-      step.copy.CLumDouble::SetDouble(*step.numbers[0]);
-      return CallOperation(step);
-    case StepKind::Call:
-      return CallOperation(step);
-    default:
-      step.number = Compute(step);
-      if (step.isTakenByCall) {
-        step.result.CLumDouble::SetDouble(step.number);
-      }
-      return AbsenceReason::None;
+Evaluation TakeSteps(std::span<FormulaStep> steps, CFormulaInputs& inputs) {
+  Evaluation evaluation;
+  for (FormulaStep& step : steps) {
+    evaluation.absence = TakeStep(step, inputs);
+    if (evaluation.absence != AbsenceReason::None) {
+      return evaluation;
+    }
+    ++evaluation.step;
   }
+  evaluation.step = 0;
+  evaluation.value = steps.back().number;
+  return evaluation;
 }
 
 // ---- Compilation
@@ -138,17 +152,7 @@ CExpression::~CExpression() = default;
 // ---- Evaluation
 
 Evaluation CExpression::Evaluate(CFormulaInputs& inputs) const {
-  Evaluation evaluation;
-  for (FormulaStep& step : m_program->steps) {
-    evaluation.absence = TakeStep(step, inputs);
-    if (evaluation.absence != AbsenceReason::None) {
-      return evaluation;
-    }
-    ++evaluation.step;
-  }
-  evaluation.step = 0;
-  evaluation.value = m_program->steps.back().number;
-  return evaluation;
+  return TakeSteps(m_program->steps, inputs);
 }
 
 const std::string& CExpression::Text() const { return m_program->text; }

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -75,8 +76,9 @@ struct FormulaProgram {
   void Bind();
 };
 
-/// Takes one step. The steps before must have been taken.
-AbsenceReason TakeStep(FormulaStep& step, CFormulaInputs& inputs);
+/// Takes steps up to the first without a value; `step` is then its place among them. Otherwise the
+/// value is that of the last. The steps before must have been taken.
+Evaluation TakeSteps(std::span<FormulaStep> steps, CFormulaInputs& inputs);
 /// The part of the formula that the step evaluates, as far as a trace shows it.
 std::string StepTextOf(const FormulaProgram& program, const FormulaStep& step);
 

@@ -138,7 +138,7 @@ Evaluation CExpression::Trace(CFormulaInputs& inputs, std::vector<EvaluationStep
     EvaluationStep& told = steps.emplace_back();
     told.text = StepTextOf(*m_program, step);
     told.operation = OperationName(*m_program, step);
-    told.absence = TakeStep(step, inputs);
+    told.absence = TakeSteps({&step, 1}, inputs).absence;
     AddArguments(told, step, inputs);
     if (told.absence != AbsenceReason::None) {
       told.code = 0;

@@ -7,6 +7,8 @@
 #include <charconv>
 #include <cstdint>
 
+#include "decoding/DecimalDigits.h"
+
 namespace lum::decoding::detail {
 
 namespace {
@@ -33,11 +35,28 @@ struct StampDigits {
   std::size_t count = 0;    ///< Of all.
 };
 
+/// Eight digits at a time, of a text that is as long, and as far as they count.
+void CountWords(std::string_view text, StampDigits& digits) {
+  for (std::size_t found = kWordDigits; found == kWordDigits;) {
+    const std::size_t next = digits.count + kWordDigits;
+    if (next > std::min(text.size(), kMaxCountedDigits)) {
+      return;
+    }
+    const std::uint64_t word = LoadDigits(text.data() + digits.count);
+    found = CountLeadingDigits(word);
+    if (found > 0) {
+      digits.number = digits.number * kPowersOfTen[found] + NumberOfDigits(word, found);
+      digits.count += found;
+    }
+  }
+}
+
 StampDigits CountDigits(std::string_view text) {
   StampDigits digits;
-  const char* place = text.data();
-  const char* const end = place + text.size();
-  const char* const lastCounted = place + std::min(text.size(), kMaxCountedDigits);
+  CountWords(text, digits);
+  const char* place = text.data() + digits.count;
+  const char* const end = text.data() + text.size();
+  const char* const lastCounted = text.data() + std::min(text.size(), kMaxCountedDigits);
   for (; place != lastCounted && IsDecimalDigit(*place); ++place) {
     digits.number = digits.number * 10 + (*place & 0xF);
   }

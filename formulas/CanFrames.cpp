@@ -70,8 +70,8 @@ std::size_t IdentifierLength(std::string_view frame) {
   constexpr int kFirstOfExtended = 8;
   constexpr std::size_t kStandardLength = 3;
   constexpr std::size_t kExtendedLength = 8;
-  const auto firstDigit = static_cast<unsigned char>(frame.empty() ? '\0' : frame.front());
-  return HexVal(firstDigit) >= kFirstOfExtended ? kExtendedLength : kStandardLength;
+  const int firstDigit = lum::detail::HexDigit(frame.empty() ? '\0' : frame.front());
+  return firstDigit >= kFirstOfExtended ? kExtendedLength : kStandardLength;
 }
 
 constexpr int kMostCanBytes = 8;

@@ -9,6 +9,8 @@
 #include <cmath>
 #include <cstddef>
 
+#include "values/ShortDecimal.h"
+
 namespace lum::detail {
 namespace {
 
@@ -45,8 +47,6 @@ int CountDigits(std::uint64_t number) {
 
 // ---- Doubles
 
-constexpr unsigned int kMillion = 1'000'000;
-
 // Writes six digits.
 wchar_t* WriteMillionths(wchar_t* at, unsigned int millionths) {
   WritePair(at, millionths / 10000);
@@ -75,30 +75,6 @@ unsigned int RoundToMillionths(std::uint64_t fraction) {
   const std::uint64_t part = high >> 31;
   const std::uint64_t remainder = (high & 0x7FFFFFFFU) << 32 | (low & 0xFFFFFFFFU);
   return static_cast<unsigned int>(part + (remainder + (part & 1) > kHalf ? 1 : 0));
-}
-
-// Finds a number of at most six digits after the point and fifteen in all, in millionths, if its
-// text has no exponent. Texts of fifteen digits read back to different doubles, so one that reads
-// back to this one is the only one, and without the zeros at its end the shortest. It does read
-// back if the division of the two integers, which doubles hold exactly and which is rounded as
-// reading is, gives it.
-bool FindShortDecimal(double size, std::uint64_t& millionths) {
-  constexpr double kLargest = 1e9;
-  if (!(size < kLargest)) {
-    return false;
-  }
-  // NOLINTNEXTLINE(bugprone-incorrect-roundings): a wrong one does not give the number.
-  const auto nearest = static_cast<std::int64_t>(size * kMillion + 0.5);
-  if (static_cast<double>(nearest) / kMillion != size) {
-    return false;
-  }
-  millionths = static_cast<std::uint64_t>(nearest);
-  // Two zeros after the point, or four at the end of a whole number, still take no more room than
-  // an exponent.
-  constexpr std::uint64_t kThousandth = kMillion / 1000;
-  constexpr std::uint64_t kHundredThousand = std::uint64_t{kMillion} * 100000;
-  return millionths % kMillion != 0 ? millionths >= kThousandth
-                                    : millionths == 0 || millionths % kHundredThousand != 0;
 }
 
 }  // namespace

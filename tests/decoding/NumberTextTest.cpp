@@ -172,6 +172,37 @@ TEST(NumberText, TheShortestOfWholeNumbersIsTheStandardLibrarys) {
   EXPECT_EQ(Shortest(100'000.0), "1e+05");
 }
 
+TEST(NumberText, TheShortestOfDecimalsIsTheStandardLibrarys) {
+  std::mt19937_64 random(4);
+  const std::int64_t powers[] = {1, 10, 100, 1'000, 10'000, 100'000, 1'000'000, 10'000'000};
+  for (int i = 0; i < 200'000; ++i) {
+    const auto size = static_cast<std::int64_t>(random() >> (random() % 60 + 4));
+    const double decimal = static_cast<double>(size) / static_cast<double>(powers[random() % 8]);
+    for (const double number : {decimal, -decimal, decimal * 0.1, std::nextafter(decimal, 0.0)}) {
+      char buffer[32];
+      char* const end = std::to_chars(buffer, std::end(buffer), number).ptr;
+      ASSERT_EQ(Shortest(number), std::string(std::begin(buffer), end));
+    }
+  }
+}
+
+TEST(NumberText, WholeNumbersHaveNoZerosInFront) {
+  std::mt19937_64 random(5);
+  const auto check = [](std::uint64_t number) {
+    std::string text;
+    AppendWhole(text, number);
+    ASSERT_EQ(text, std::to_string(number));
+  };
+  for (std::uint64_t power = 1; power <= 1'000'000'000'000'000'000; power *= 10) {
+    check(power - 1);
+    check(power);
+    check(power + 1);
+  }
+  for (int i = 0; i < 100'000; ++i) {
+    check(random() >> (random() % 64));
+  }
+}
+
 TEST(NumberText, AppendsToWhatIsThere) {
   std::string text = "x";
   AppendFixed(text, 1.25, 1);

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <charconv>
 #include <optional>
 #include <string>
 
@@ -48,6 +49,20 @@ TEST(TimeStamps, SecondsAreTheNearestDoubles) {
   };
   for (const StampCase& row : rows) {
     Check(TakeSeconds, row);
+  }
+}
+
+TEST(TimeStamps, SecondsOfAnyNumberOfDigitsAreTheNearestDoubles) {
+  for (std::size_t whole = 1; whole <= 20; ++whole) {
+    for (std::size_t fraction = 0; fraction <= 20; ++fraction) {
+      std::string text = std::string("73910826457391082645").substr(0, whole);
+      text += fraction > 0 ? "." + std::string("50918273645091827364").substr(0, fraction) : "";
+      double expected = 0.0;
+      std::from_chars(text.data(), text.data() + text.size(), expected);
+      for (const std::string behind : {"", ")", ") can0 123#", " 12345678901234567890"}) {
+        Check(TakeSeconds, {text + behind, expected, text.size()});
+      }
+    }
   }
 }
 

@@ -26,8 +26,8 @@ TEST(RowColumns, StandInTheOrderOfTheProfile) {
   EXPECT_THAT(Names(columns), ElementsAre("B", "A", "C"));
   EXPECT_EQ(columns.Columns()[0].title, "B (m)");
   EXPECT_EQ(columns.Columns()[1].title, "A");
-  EXPECT_THAT(columns.PlacesOf(0), ElementsAre(0, 1));
-  EXPECT_THAT(columns.PlacesOf(1), ElementsAre(2));
+  EXPECT_THAT(columns.PlacesOf(0), ElementsAre(RowPlace{0, 0}, RowPlace{1, 1}));
+  EXPECT_THAT(columns.PlacesOf(1), ElementsAre(RowPlace{2, 0}));
 }
 
 TEST(RowColumns, OfOneNameAndUnitAreOne) {
@@ -35,7 +35,15 @@ TEST(RowColumns, OfOneNameAndUnitAreOne) {
       GoodProfile("[Message M]\nA.Formula=1\nDepth.Formula=1\nDepth.Unit=m\n"
                   "[Message N]\nDepth.Formula=2\nDepth.Unit=m\nB.Formula=1\n"));
   EXPECT_THAT(Names(columns), ElementsAre("A", "Depth", "B"));
-  EXPECT_THAT(columns.PlacesOf(1), ElementsAre(1, 2));
+  EXPECT_THAT(columns.PlacesOf(1), ElementsAre(RowPlace{1, 0}, RowPlace{2, 1}));
+}
+
+TEST(RowColumns, OfAMessageInAnotherOrderStandFromLeftToRight) {
+  const CRowColumns columns(
+      GoodProfile("[Message M]\nA.Formula=1\nB.Formula=1\nC.Formula=1\n"
+                  "[Message N]\nC.Formula=2\nD.Formula=2\nA.Formula=2\n"));
+  EXPECT_THAT(Names(columns), ElementsAre("A", "B", "C", "D"));
+  EXPECT_THAT(columns.PlacesOf(1), ElementsAre(RowPlace{0, 2}, RowPlace{2, 0}, RowPlace{3, 1}));
 }
 
 TEST(RowColumns, OfOneNameAndSeveralUnitsAreToldApartByTheFirstMessage) {
@@ -46,7 +54,7 @@ TEST(RowColumns, OfOneNameAndSeveralUnitsAreToldApartByTheFirstMessage) {
                   "[Message P]\nDepth.Formula=4\nDepth.Unit=ft\n"));
   EXPECT_THAT(Names(columns), ElementsAre("Depth", "N.Depth", "O.Depth"));
   EXPECT_EQ(columns.Columns()[1].title, "N.Depth (ft)");
-  EXPECT_THAT(columns.PlacesOf(3), ElementsAre(1));
+  EXPECT_THAT(columns.PlacesOf(3), ElementsAre(RowPlace{1, 0}));
 }
 
 TEST(RowColumns, ShowDisplayNamesAsTitlesAlone) {

@@ -60,6 +60,18 @@ TEST(RowWriter, WritesCsvWithAColumnForEachOfAllMessages) {
   EXPECT_EQ(rows.Line(1, {Number(3.0)}), "7,1436509052.249713,Second,,,3\r\n");
 }
 
+TEST(RowWriter, WritesCsvCellsWhereTheirColumnsStand) {
+  CRows rows(
+      "[Message M]\nA.Formula=1\nB.Formula=1\nC.Formula=1\n"
+      "[Message N]\nC.Formula=2\nD.Formula=2\nA.Formula=2\nA.Digits=1\n",
+      {RowFormat::Csv, false});
+  EXPECT_EQ(rows.Titles(), "line,message,A,B,C,D\r\n");
+  EXPECT_EQ(rows.Line(1, {Number(3.0), Number(4.0), Number(1.0)}), "7,N,1.0,,3,4\r\n");
+  EXPECT_EQ(
+      rows.Line(1, {{CellState::Error, CellReason::OutOfRange, 9.0}, Number(4.0), Number(1.0)}),
+      "7,N,1.0,,,4\r\n");
+}
+
 TEST(RowWriter, LeavesOutTheMessageWhenThereIsOne) {
   CRows rows("[Message M]\nA.Formula=1\n", {RowFormat::Csv, false});
   EXPECT_EQ(rows.Titles(), "line,A\r\n");

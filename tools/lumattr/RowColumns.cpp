@@ -1,5 +1,7 @@
 #include "tools/lumattr/RowColumns.h"
 
+#include <algorithm>
+
 namespace lum::tool {
 
 using decoding::ColumnRule;
@@ -8,10 +10,12 @@ using decoding::MessageRule;
 CRowColumns::CRowColumns(const decoding::Profile& profile) {
   Index index;
   for (const MessageRule& message : profile.messages) {
-    std::vector<std::size_t>& places = m_places.emplace_back();
+    std::vector<RowPlace>& places = m_places.emplace_back();
     for (const ColumnRule& column : message.columns) {
-      places.push_back(PlaceOf(message, column, index));
+      places.push_back({PlaceOf(message, column, index), places.size()});
     }
+    std::sort(places.begin(), places.end(),
+              [](const RowPlace& a, const RowPlace& b) { return a.place < b.place; });
   }
 }
 

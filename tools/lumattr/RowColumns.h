@@ -15,6 +15,13 @@ struct RowColumn {
   std::string title;  ///< Display name and unit, for people.
 };
 
+/// Where a message's cell stands.
+struct RowPlace {
+  std::size_t place = 0;   ///< Among all columns.
+  std::size_t column = 0;  ///< Among the message's own.
+  bool operator==(const RowPlace&) const = default;
+};
+
 /// The columns of all messages side by side. Those with the same name and unit are one; those with
 /// the same name alone are told apart by the first message that has them: "GGA.Altitude".
 class CRowColumns {
@@ -22,8 +29,8 @@ class CRowColumns {
   explicit CRowColumns(const decoding::Profile& profile);
 
   const std::vector<RowColumn>& Columns() const { return m_columns; }
-  /// The place among Columns() of a message's columns.
-  const std::vector<std::size_t>& PlacesOf(std::size_t message) const { return m_places[message]; }
+  /// The places of a message's cells, from left to right.
+  const std::vector<RowPlace>& PlacesOf(std::size_t message) const { return m_places[message]; }
 
  private:
   /// Places by name, then by unit.
@@ -33,7 +40,7 @@ class CRowColumns {
                       Index& index);
 
   std::vector<RowColumn> m_columns;
-  std::vector<std::vector<std::size_t>> m_places;
+  std::vector<std::vector<RowPlace>> m_places;
 };
 
 }  // namespace lum::tool

@@ -10,6 +10,7 @@
 #include "decoding/NumberText.h"
 #include "tools/lumattr/Csv.h"
 #include "tools/lumattr/RowColumns.h"
+#include "tools/lumattr/RowText.h"
 #include "tools/lumattr/Text.h"
 
 namespace lum::tool {
@@ -26,12 +27,6 @@ using decoding::Row;
 /// Digits of a time stamp: logs count microseconds.
 constexpr int kTimeDigits = 6;
 
-void AppendTime(std::string& text, const Row& row) {
-  if (row.record->time) {
-    decoding::AppendFixed(text, *row.record->time, kTimeDigits);
-  }
-}
-
 std::string JsonText(const std::string& text) {
   return SafeJson(nlohmann::json(ToUtf8(FromUtf8(text))).dump());
 }
@@ -42,7 +37,6 @@ class CCsvRows : public CRowWriter {
  public:
   CCsvRows(const Profile& profile, const RowLayout& layout)
       : m_profile(profile), m_layout(layout), m_columns(profile) {
-    m_cells.resize(m_columns.Columns().size());
     for (const MessageRule& message : profile.messages) {
       m_messages.push_back(Field(message.name));
     }
@@ -63,18 +57,22 @@ class CCsvRows : public CRowWriter {
   }
 
   void AppendRow(std::string& text, const Row& row) const override {
-    text += m_file;
-    decoding::AppendWhole(text, row.record->number);
+    CRowText pieces(text);
+    pieces.Add(m_file);
+    pieces.AddWhole(row.record->number);
     if (m_layout.hasTime) {
-      text += ',';
-      AppendTime(text, row);
+      pieces.Add(',');
+      if (row.record->time) {
+        pieces.AddFixed(*row.record->time, kTimeDigits);
+      }
     }
     if (HasMessages()) {
-      text += ',';
-      text += m_messages[row.messageIndex];
+      pieces.Add(',');
+      pieces.Add(m_messages[row.messageIndex]);
     }
-    AppendCells(text, row);
-    text += "\r\n";
+    AddCells(pieces, row);
+    pieces.Add("\r\n");
+    pieces.Finish();
   }
 
  private:
@@ -84,18 +82,22 @@ class CCsvRows : public CRowWriter {
     return CsvField(m_layout.isTerminal ? Printable(FromUtf8(text)) : text);
   }
 
-  void AppendCells(std::string& text, const Row& row) const {
-    const std::vector<std::size_t>& places = m_columns.PlacesOf(row.messageIndex);
-    std::fill(m_cells.begin(), m_cells.end(), nullptr);
-    for (std::size_t i = 0; i < places.size(); ++i) {
-      m_cells[places[i]] = &row.cells[i];
-    }
-    for (const Cell* cell : m_cells) {
-      text += ',';
-      if (cell != nullptr && cell->state == CellState::Value) {
-        const auto column = static_cast<std::size_t>(cell - row.cells.data());
-        decoding::AppendNumber(text, cell->value, row.message->columns[column].digits);
+  void AddCells(CRowText& pieces, const Row& row) const {
+    std::size_t next = 0;
+    for (const auto& [place, column] : m_columns.PlacesOf(row.messageIndex)) {
+      AddCommas(pieces, place + 1 - next);
+      next = place + 1;
+      const Cell& cell = row.cells[column];
+      if (cell.state == CellState::Value) {
+        pieces.AddNumber(cell.value, row.message->columns[column].digits);
       }
+    }
+    AddCommas(pieces, m_columns.Columns().size() - next);
+  }
+
+  static void AddCommas(CRowText& pieces, std::size_t count) {
+    for (; count > 0; --count) {
+      pieces.Add(',');
     }
   }
 
@@ -104,7 +106,6 @@ class CCsvRows : public CRowWriter {
   CRowColumns m_columns;
   std::vector<std::string> m_messages;
   std::string m_file;
-  mutable std::vector<const Cell*> m_cells;  // Of one row, by columns.
 };
 
 // ---- JSON: an object a line; what a message does not have is not there
@@ -130,20 +131,22 @@ class CJsonRows : public CRowWriter {
 
   void AppendRow(std::string& text, const Row& row) const override {
     const CMessage& message = m_messages[row.messageIndex];
-    text += '{';
-    text += m_file;
-    text += "\"line\":";
-    decoding::AppendWhole(text, row.record->number);
+    CRowText pieces(text);
+    pieces.Add('{');
+    pieces.Add(m_file);
+    pieces.Add("\"line\":");
+    pieces.AddWhole(row.record->number);
     if (m_layout.hasTime && row.record->time) {
-      text += ",\"time\":";
-      AppendTime(text, row);
+      pieces.Add(",\"time\":");
+      pieces.AddFixed(*row.record->time, kTimeDigits);
     }
-    text += message.start;
+    pieces.Add(message.start);
     for (std::size_t i = 0; i < row.cells.size(); ++i) {
-      text += message.keys[i];
-      AppendCell(text, row.cells[i]);
+      pieces.Add(message.keys[i]);
+      AddCell(pieces, row.cells[i]);
     }
-    text += "}}\n";
+    pieces.Add("}}\n");
+    pieces.Finish();
   }
 
  private:
@@ -152,26 +155,26 @@ class CJsonRows : public CRowWriter {
     std::vector<std::string> keys;
   };
 
-  static void AppendCell(std::string& text, const Cell& cell) {
+  static void AddCell(CRowText& pieces, const Cell& cell) {
     if (cell.state == CellState::Value) {
-      decoding::AppendShortest(text, cell.value);
+      pieces.AddNumber(cell.value, std::nullopt);
       return;
     }
-    text += "{\"state\":\"";
-    text += CellStateName(cell.state);
-    text += "\",\"reason\":\"";
-    text += CellReasonName(cell.reason);
-    text += '"';
-    AppendRefused(text, cell);
-    text += '}';
+    pieces.Add("{\"state\":\"");
+    pieces.Add(CellStateName(cell.state));
+    pieces.Add("\",\"reason\":\"");
+    pieces.Add(CellReasonName(cell.reason));
+    pieces.Add('"');
+    AddRefused(pieces, cell);
+    pieces.Add('}');
   }
 
   /// The number that was found and is none of the column's values.
-  static void AppendRefused(std::string& text, const Cell& cell) {
+  static void AddRefused(CRowText& pieces, const Cell& cell) {
     if (cell.reason == CellReason::OutOfRange || cell.reason == CellReason::NotAvailableNumber ||
         cell.reason == CellReason::ErrorNumber) {
-      text += ",\"value\":";
-      decoding::AppendShortest(text, cell.value);
+      pieces.Add(",\"value\":");
+      pieces.AddNumber(cell.value, std::nullopt);
     }
   }
 
@@ -222,7 +225,9 @@ class CTableRows : public CRowWriter {
     AppendRight(text, m_cell, kLineWidth);
     if (m_layout.hasTime) {
       m_cell.clear();
-      AppendTime(m_cell, row);
+      if (row.record->time) {
+        decoding::AppendFixed(m_cell, *row.record->time, kTimeDigits);
+      }
       AppendRight(text, m_cell, kTimeWidth);
     }
     if (HasMessages()) {
@@ -260,12 +265,11 @@ class CTableRows : public CRowWriter {
   }
 
   void AppendCells(std::string& text, const Row& row) const {
-    const std::vector<std::size_t>& places = m_columns.PlacesOf(row.messageIndex);
     for (std::string& cell : m_cells) {
       cell.clear();
     }
-    for (std::size_t i = 0; i < places.size(); ++i) {
-      AppendCell(m_cells[places[i]], row.cells[i], row.message->columns[i]);
+    for (const auto& [place, column] : m_columns.PlacesOf(row.messageIndex)) {
+      AppendCell(m_cells[place], row.cells[column], row.message->columns[column]);
     }
     for (std::size_t i = 0; i < m_cells.size(); ++i) {
       AppendRight(text, m_cells[i], m_widths[i]);
