@@ -35,35 +35,31 @@ struct StampDigits {
   std::size_t count = 0;    ///< Of all.
 };
 
-/// Eight digits at a time, of a text that is as long, and as far as they count.
-void CountWords(std::string_view text, StampDigits& digits) {
-  for (std::size_t found = kWordDigits; found == kWordDigits;) {
-    const std::size_t next = digits.count + kWordDigits;
-    if (next > std::min(text.size(), kMaxCountedDigits)) {
-      return;
-    }
-    const std::uint64_t word = LoadDigits(text.data() + digits.count);
-    found = CountLeadingDigits(word);
-    if (found > 0) {
-      digits.number = digits.number * kPowersOfTen[found] + NumberOfDigits(word, found);
-      digits.count += found;
-    }
+/// The next digits of a text that has a word more, as far as they are eight.
+std::size_t TakeWord(std::string_view text, StampDigits& digits) {
+  const std::uint64_t word = LoadDigits(text.data() + digits.count);
+  const std::size_t found = CountLeadingDigits(word);
+  if (found > 0) {
+    digits.number = digits.number * kPowersOfTen[found] + NumberOfDigits(word, found);
+    digits.count += found;
   }
+  return found;
 }
 
 StampDigits CountDigits(std::string_view text) {
   StampDigits digits;
-  CountWords(text, digits);
-  const char* place = text.data() + digits.count;
-  const char* const end = text.data() + text.size();
-  const char* const lastCounted = text.data() + std::min(text.size(), kMaxCountedDigits);
-  for (; place != lastCounted && IsDecimalDigit(*place); ++place) {
-    digits.number = digits.number * 10 + (*place & 0xF);
+  const std::size_t counted = std::min(text.size(), kMaxCountedDigits);
+  while (digits.count + kWordDigits <= counted) {
+    if (TakeWord(text, digits) < kWordDigits) {
+      return digits;
+    }
   }
-  while (place != end && IsDecimalDigit(*place)) {
-    ++place;
+  for (; digits.count < counted && IsDecimalDigit(text[digits.count]); ++digits.count) {
+    digits.number = digits.number * 10 + (text[digits.count] & 0xF);
   }
-  digits.count = static_cast<std::size_t>(place - text.data());
+  while (digits.count < text.size() && IsDecimalDigit(text[digits.count])) {
+    ++digits.count;
+  }
   return digits;
 }
 
