@@ -31,6 +31,8 @@ class CSystemInput {
   std::optional<std::uint64_t> Size() const { return m_size; }
 
  private:
+  bool WaitForBytes() const;
+
   std::string m_name;
   int m_descriptor = 0;
   std::uint64_t m_taken = 0;
