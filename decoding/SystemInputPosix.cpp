@@ -66,6 +66,19 @@ class CSignalsOut {
   sigset_t m_before = {};
 };
 
+/// False when the flag is set before there is a byte, or the end. A signal between the look at the
+/// flag and the wait would be missed: signals come in during the wait alone.
+bool WaitForBytes(int descriptor, const std::atomic<bool>* isInterrupted) {
+  const CSignalsOut signals;
+  pollfd wanted{descriptor, POLLIN, 0};
+  while (isInterrupted == nullptr || !isInterrupted->load()) {
+    if (::ppoll(&wanted, 1, nullptr, &signals.Before()) != -1 || errno != EINTR) {
+      return true;
+    }
+  }
+  return false;
+}
+
 }  // namespace
 
 CSystemInput::CSystemInput(const std::string& path)
@@ -84,23 +97,10 @@ CSystemInput::~CSystemInput() {
   }
 }
 
-/// False when the flag is set before there is a byte, or the end. A signal between the look at the
-/// flag and the wait would be missed: signals come in during the wait alone.
-bool CSystemInput::WaitForBytes() const {
-  const CSignalsOut signals;
-  pollfd wanted{m_descriptor, POLLIN, 0};
-  while (m_isInterrupted == nullptr || !m_isInterrupted->load()) {
-    if (::ppoll(&wanted, 1, nullptr, &signals.Before()) != -1 || errno != EINTR) {
-      return true;
-    }
-  }
-  return false;
-}
-
 std::size_t CSystemInput::Read(char* to, std::size_t room) {
   ssize_t count = -1;
   do {
-    if (!m_size && !WaitForBytes()) {
+    if (!m_size && !WaitForBytes(m_descriptor, m_isInterrupted)) {
       return 0;
     }
     count = ::read(m_descriptor, to, room);
@@ -111,15 +111,6 @@ std::size_t CSystemInput::Read(char* to, std::size_t room) {
   }
   m_taken += static_cast<std::uint64_t>(count);
   return static_cast<std::size_t>(count);
-}
-
-bool CSystemInput::TrySeek(std::uint64_t count) {
-  if (!m_size || m_taken > *m_size || count > *m_size - m_taken ||
-      ::lseek(m_descriptor, static_cast<off_t>(count), SEEK_CUR) == -1) {
-    return false;
-  }
-  m_taken += count;
-  return true;
 }
 
 }  // namespace lum::decoding::detail

@@ -247,17 +247,6 @@ TEST(LogPipe, BytesOfAPipeThatDoesNotWaitAreWaitedFor) {
   EXPECT_EQ(all, "late\n");
 }
 
-TEST(LogPipe, SkippingReadsWhatCannotBeSought) {
-  CStandardInputPipe pipe;
-  CLogInput input("-");
-  pipe.Write("0123456789");
-  EXPECT_TRUE(input.Skip(4));
-  pipe.Close();
-  std::string all;
-  lum::test::ReadAll(input, all);
-  EXPECT_EQ(all, "456789");
-}
-
 TEST(LogPipe, ALineOfAHundredMegabytesTakesNoMemory) {
   CStandardInputPipe pipe;
   std::thread writer([&] {
