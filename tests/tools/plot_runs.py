@@ -142,6 +142,7 @@ class PlotRun(unittest.TestCase):
                  "no column has a value: there is nothing to draw"),
                 (["-o", "a.svg", "-f", "A=field(9)"],
                  "no column has a value: there is nothing to draw"),
+                (["-o", "a.svg"], "needs --formula or --profile; see lumattr plot --help"),
                 (["-o", "a.gif", *survey], "--output is a file .svg or .png, not 'a.gif'"),
                 (["-o", "missing/a.svg", *survey],
                  "cannot write 'missing/a.svg.part': No such file or directory"),

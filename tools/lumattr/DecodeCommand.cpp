@@ -274,7 +274,7 @@ void Run(const CommandOptions& options, ToolContext& context) {
     CheckProfile(options, context);
     return;
   }
-  const Profile profile = ProfileOf(options.decode, context);
+  const Profile profile = ProfileOf(options.decode, "decode", context);
   CommandOptions run = options;
   if (run.files.empty()) {
     run.files.emplace_back("-");

@@ -292,7 +292,7 @@ void Run(const CommandOptions& options, ToolContext& context) {
     throw ToolError(
         "explain needs a line of a log, or --log and --line; see lumattr explain --help");
   }
-  const Profile profile = ProfileOf(options.decode, context);
+  const Profile profile = ProfileOf(options.decode, "explain", context);
   if (hasPlace) {
     ExplainLogLine(options, profile, context);
   } else {

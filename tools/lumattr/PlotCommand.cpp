@@ -236,7 +236,7 @@ void Run(const CommandOptions& options, ToolContext& context) {
   if (!isPng && !EndsWith(options.output, ".svg")) {
     throw ToolError("--output is a file .svg or .png, not " + Quoted(FromUtf8(options.output)));
   }
-  const Profile profile = ProfileOf(options.decode, context);
+  const Profile profile = ProfileOf(options.decode, "plot", context);
   CCurves curves(options, profile);
   decoding::CLogInput input(options.file);
   CLogRun run(input, profile, {FormatOf(options.decode), 0, nullptr});
