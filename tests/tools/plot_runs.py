@@ -8,6 +8,7 @@ Without gnuplot it says so and ends with 77.
 
 import os
 import pathlib
+import re
 import shutil
 import signal
 import struct
@@ -130,6 +131,12 @@ class PlotRun(unittest.TestCase):
 
     def test_one_value_alone_is_drawn(self):
         self.assertIn("A", self.texts(self.draw("a.svg", "-f", "A=field(0)", log=b"5\n")))
+
+    def test_a_value_between_two_gaps_of_a_long_curve_is_drawn(self):
+        many = b"".join(b"%d\n" % (i % 7) for i in range(600))
+        for lone, points in [(b"", 0), (b"none\n3\nnone\n", 1)]:
+            svg = self.draw("a.svg", "-f", "A=field(0)", log=many + lone + many)
+            self.assertEqual(len(re.findall(rb"<use [^>]*scale", svg)), points)
 
     def test_names_of_a_profile_are_no_commands_of_gnuplot(self):
         for unit in ["'; system('touch stolen') #", "\"; system(\"touch stolen\") #",
