@@ -25,8 +25,8 @@ class CLogInput {
   /// and compressed data that break off: everything before was delivered by the calls before.
   std::size_t Read(char* to, std::size_t room);
 
-  /// A signal that sets the flag ends a wait for bytes, and that the input; on Windows the wait
-  /// goes on. The flag must outlive the input.
+  /// A signal to the thread that reads, by which the flag is set, ends its wait for bytes, and that
+  /// the input; on Windows the wait goes on. The flag must outlive the input.
   void EndWhen(const std::atomic<bool>& isInterrupted);
 
   /// Known from the start for files, after the first Read for pipes.

@@ -70,11 +70,18 @@ class CStandardInputPipe {
   int m_writing = -1;
 };
 
-constexpr int kInterruptions = 50'000;
+constexpr int kInterruptions = 10'000;
 
 // A signal's handler can reach nothing else.
 std::atomic<bool> g_flag = false;
 std::atomic<int> g_signals = 0;
+std::atomic<long> g_moment = 0;
+
+long Nanoseconds() {
+  std::timespec now = {};
+  ::clock_gettime(CLOCK_MONOTONIC, &now);
+  return now.tv_sec * 1'000'000'000 + now.tv_nsec;
+}
 
 /// For its lifetime SIGUSR1 sets a flag, and ends waits.
 class CFlagBySignal {
@@ -84,6 +91,7 @@ class CFlagBySignal {
     struct sigaction action = {};
     action.sa_handler = [](int) {
       g_flag.store(true);
+      g_moment.store(Nanoseconds());
       ++g_signals;
     };
     ::sigaction(SIGUSR1, &action, &m_before);
@@ -94,6 +102,8 @@ class CFlagBySignal {
 
   static const std::atomic<bool>& Get() { return g_flag; }
   static int Count() { return g_signals; }
+  /// When the last signal came.
+  static long Moment() { return g_moment; }
   static void Reset() {
     g_flag.store(false);
     g_signals.store(0);
@@ -103,12 +113,13 @@ class CFlagBySignal {
   struct sigaction m_before = {};
 };
 
-/// Sends the signal after some time, and again when that was missed.
+/// Sends the signal to this thread after some time, and again when that was missed.
 class CInterrupter {
  public:
   CInterrupter() {
     sigevent event = {};
-    event.sigev_notify = SIGEV_SIGNAL;
+    event.sigev_notify = SIGEV_THREAD_ID;  // Whatever other threads there are.
+    event._sigev_un._tid = ::gettid();
     event.sigev_signo = SIGUSR1;
     if (::timer_create(CLOCK_MONOTONIC, &event, &m_timer) != 0) {
       throw std::runtime_error("no timer");
@@ -188,20 +199,20 @@ TEST(LogPipe, AnInterruptionAtAnyMomentEndsAWait) {
   std::string bytes(2, '\0');
   pipe.Write("ab");
   ASSERT_EQ(input.Read(bytes.data(), 2), 2U);
-  // Shorter after a signal that came at once, longer after one that came later: so most of them
-  // come near the beginning of the wait.
+  // The delay follows the moments at which signals came, so that most of them come near the
+  // beginning of the wait.
   long delay = 1000;
   std::mt19937 random(31);
   CInterrupter interrupter;
   for (int round = 0; round < kInterruptions; ++round) {
     flag.Reset();
-    interrupter.Begin(delay + static_cast<long>(random() % 3000));
-    const bool isEarly = flag.Get();
+    interrupter.Begin(delay);
+    const long begin = Nanoseconds();
     const std::size_t count = input.Read(bytes.data(), 1);
     ASSERT_EQ(count, 0U);
     ASSERT_EQ(flag.Count(), 1) << "the wait of round " << round << " missed a signal";
-    const long step = static_cast<long>(random() % 200);
-    delay = std::max(1L, delay + (isEarly ? -step : step));
+    const long wanted = begin + static_cast<long>(random() % 1000);
+    delay = std::clamp(delay + (wanted - flag.Moment()) / 8, 1L, 100'000L);
   }
 }
 
