@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <array>
 #include <string_view>
-#include <vector>
 
 #include "decoding/DecodingError.h"
 #include "decoding/GzipStream.h"
@@ -25,7 +24,6 @@ struct CLogInput::State {
 
   void LookAtFirst();
   std::size_t Read(char* to, std::size_t room);
-  bool Drop(std::uint64_t count);
 };
 
 /// Waits for the second byte only behind the first of gzip.
@@ -56,19 +54,6 @@ std::size_t CLogInput::State::Read(char* to, std::size_t room) {
   return file.Read(to, room);
 }
 
-bool CLogInput::State::Drop(std::uint64_t count) {
-  std::vector<char> dropped(std::size_t{1} << 16);
-  while (count != 0) {
-    const auto room = static_cast<std::size_t>(std::min<std::uint64_t>(count, dropped.size()));
-    const std::size_t read = Read(dropped.data(), room);
-    if (read == 0) {
-      return false;
-    }
-    count -= read;
-  }
-  return true;
-}
-
 CLogInput::CLogInput(const std::string& path) {
   if (path.find('\0') != path.npos) {
     throw DecodingError("cannot open a file whose name has a NUL in it");
@@ -83,20 +68,6 @@ CLogInput::CLogInput(const std::string& path) {
 CLogInput::~CLogInput() = default;
 
 std::size_t CLogInput::Read(char* to, std::size_t room) { return m_state->Read(to, room); }
-
-bool CLogInput::Skip(std::uint64_t count) {
-  if (count == 0) {
-    return true;
-  }
-  m_state->LookAtFirst();
-  if (m_state->gzip) {
-    return m_state->Drop(count);
-  }
-  const std::uint64_t begun =
-      std::min<std::uint64_t>(count, m_state->firstCount - m_state->firstGiven);
-  m_state->firstGiven += static_cast<std::size_t>(begun);
-  return m_state->file.TrySeek(count - begun) || m_state->Drop(count - begun);
-}
 
 void CLogInput::EndWhen(const std::atomic<bool>& isInterrupted) {
   m_state->file.EndWhen(isInterrupted);

@@ -24,15 +24,12 @@ class CLogInput {
   /// as soon as they are there. Throws DecodingError for a failed read, damaged compressed data,
   /// and compressed data that break off: everything before was delivered by the calls before.
   std::size_t Read(char* to, std::size_t room);
-  /// Leaves out the next `count` bytes, as they are after decompression: by seeking where that
-  /// goes, else by reading. False when the input ends before. Call it before the first Read.
-  bool Skip(std::uint64_t count);
 
-  /// A wait for bytes that a signal breaks off ends the input once the flag is set; without a flag
-  /// it goes on. The flag must outlive the input.
+  /// A signal to the thread that reads, by which the flag is set, ends its wait for bytes, and that
+  /// the input; on Windows the wait goes on. The flag must outlive the input.
   void EndWhen(const std::atomic<bool>& isInterrupted);
 
-  /// Known from the start for files, after the first Read or Skip for pipes.
+  /// Known from the start for files, after the first Read for pipes.
   bool IsCompressed() const;
   /// How many bytes of the file have been read, compressed as they are, and how many it has;
   /// nothing for a pipe. For progress alone.

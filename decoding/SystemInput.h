@@ -21,8 +21,6 @@ class CSystemInput {
   void EndWhen(const std::atomic<bool>& isInterrupted) { m_isInterrupted = &isInterrupted; }
   /// Waits for one byte at least; 0 at the end. Throws DecodingError.
   std::size_t Read(char* to, std::size_t room);
-  /// Moves on without reading where the system knows that so many bytes are there.
-  bool TrySeek(std::uint64_t count);
 
   /// "'log.txt'" or "standard input", for messages.
   const std::string& Name() const { return m_name; }

@@ -1,10 +1,13 @@
 // Reads by the calls of POSIX.
 #include <fcntl.h>
+#include <poll.h>
+#include <pthread.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <csignal>
 #include <cstring>
 #include <system_error>
 
@@ -25,18 +28,55 @@ std::string DescribeError(int error) {
   return std::generic_category().message(error);
 }
 
+/// A named pipe is opened before it has a writer: that is waited for where a signal can end it.
+int FlagsOfWait(const std::string& path) {
+  struct stat status {};
+  return ::stat(path.c_str(), &status) == 0 && S_ISFIFO(status.st_mode) ? O_NONBLOCK : 0;
+}
+
 int OpenDescriptor(const std::string& path, const std::string& name) {
   if (path == "-") {
     return STDIN_FILENO;
   }
   int descriptor = -1;
   do {
-    descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | FlagsOfWait(path));
   } while (descriptor == -1 && errno == EINTR);
   if (descriptor == -1) {
     throw DecodingError("cannot open " + name + ": " + DescribeError(errno));
   }
   return descriptor;
+}
+
+/// Keeps all signals out of this thread, so also the one that sets a flag.
+class CSignalsOut {
+ public:
+  CSignalsOut() {
+    sigset_t all;
+    ::sigfillset(&all);
+    ::pthread_sigmask(SIG_SETMASK, &all, &m_before);
+  }
+  ~CSignalsOut() { ::pthread_sigmask(SIG_SETMASK, &m_before, nullptr); }
+  CSignalsOut(const CSignalsOut&) = delete;
+  CSignalsOut& operator=(const CSignalsOut&) = delete;
+
+  const sigset_t& Before() const { return m_before; }
+
+ private:
+  sigset_t m_before = {};
+};
+
+/// False when the flag is set before there is a byte, or the end. A signal between the look at the
+/// flag and the wait would be missed: signals come in during the wait alone.
+bool WaitForBytes(int descriptor, const std::atomic<bool>* isInterrupted) {
+  const CSignalsOut signals;
+  pollfd wanted{descriptor, POLLIN, 0};
+  while (isInterrupted == nullptr || !isInterrupted->load()) {
+    if (::ppoll(&wanted, 1, nullptr, &signals.Before()) != -1 || errno != EINTR) {
+      return true;
+    }
+  }
+  return false;
 }
 
 }  // namespace
@@ -60,26 +100,17 @@ CSystemInput::~CSystemInput() {
 std::size_t CSystemInput::Read(char* to, std::size_t room) {
   ssize_t count = -1;
   do {
-    count = ::read(m_descriptor, to, room);
-    if (count == -1 && errno == EINTR && m_isInterrupted != nullptr && m_isInterrupted->load()) {
+    if (!m_size && !WaitForBytes(m_descriptor, m_isInterrupted)) {
       return 0;
     }
-  } while (count == -1 && errno == EINTR);
+    count = ::read(m_descriptor, to, room);
+  } while (count == -1 && (errno == EINTR || errno == EAGAIN));
   if (count == -1) {
     throw DecodingError("cannot read " + m_name + " at byte " + std::to_string(m_taken) + ": " +
                         DescribeError(errno));
   }
   m_taken += static_cast<std::uint64_t>(count);
   return static_cast<std::size_t>(count);
-}
-
-bool CSystemInput::TrySeek(std::uint64_t count) {
-  if (!m_size || m_taken > *m_size || count > *m_size - m_taken ||
-      ::lseek(m_descriptor, static_cast<off_t>(count), SEEK_CUR) == -1) {
-    return false;
-  }
-  m_taken += count;
-  return true;
 }
 
 }  // namespace lum::decoding::detail

@@ -63,13 +63,4 @@ std::size_t CSystemInput::Read(char* to, std::size_t room) {
   return static_cast<std::size_t>(std::max(count, 0));
 }
 
-bool CSystemInput::TrySeek(std::uint64_t count) {
-  if (!m_size || m_taken > *m_size || count > *m_size - m_taken ||
-      ::_lseeki64(m_descriptor, static_cast<__int64>(count), SEEK_CUR) == -1) {
-    return false;
-  }
-  m_taken += count;
-  return true;
-}
-
 }  // namespace lum::decoding::detail

@@ -129,25 +129,6 @@ TEST(LogInput, ThrowsAgainWhenItIsReadOnceMore) {
   EXPECT_EQ(bytes, "text\n");
 }
 
-TEST(LogInput, LeavesBytesOut) {
-  const std::string text = Lines(10'000);
-  for (const std::string& content : {text, Gzip(text)}) {
-    const CLogFile file(content);
-    for (const std::size_t count : {std::size_t{0}, std::size_t{1}, std::size_t{2}, std::size_t{3},
-                                    std::size_t{100'000}, text.size()}) {
-      CLogInput input(file.Path());
-      EXPECT_TRUE(input.Skip(count)) << count;
-      std::string rest;
-      ReadAll(input, rest);
-      EXPECT_EQ(rest, text.substr(count)) << count;
-    }
-    CLogInput input(file.Path());
-    EXPECT_FALSE(input.Skip(text.size() + 1));
-    CLogInput another(file.Path());
-    EXPECT_FALSE(another.Skip(~std::uint64_t{0}));
-  }
-}
-
 TEST(LogInput, CountsTheBytesOfTheFile) {
   const std::string text = Lines(10'000);
   for (const std::string& content : {text, Gzip(text)}) {

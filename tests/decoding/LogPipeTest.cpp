@@ -2,15 +2,22 @@
 // what it was however long a line or a log is.
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <pthread.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include <atomic>
+#include <chrono>
+#include <csignal>
 #include <functional>
+#include <random>
 #include <string>
 #include <thread>
 
 #include "decoding/LineReader.h"
 #include "decoding/LogReader.h"
 #include "tests/Allocations.h"
+#include "tests/TemporaryFolder.h"
 #include "tests/decoding/LogFiles.h"
 
 using lum::decoding::CLineReader;
@@ -63,6 +70,78 @@ class CStandardInputPipe {
   int m_writing = -1;
 };
 
+constexpr int kInterruptions = 10'000;
+
+// A signal's handler can reach nothing else.
+std::atomic<bool> g_flag = false;
+std::atomic<int> g_signals = 0;
+std::atomic<long> g_moment = 0;
+
+long Nanoseconds() {
+  std::timespec now = {};
+  ::clock_gettime(CLOCK_MONOTONIC, &now);
+  return now.tv_sec * 1'000'000'000 + now.tv_nsec;
+}
+
+/// For its lifetime SIGUSR1 sets a flag, and ends waits.
+class CFlagBySignal {
+ public:
+  CFlagBySignal() {
+    Reset();
+    struct sigaction action = {};
+    action.sa_handler = [](int) {
+      g_flag.store(true);
+      g_moment.store(Nanoseconds());
+      ++g_signals;
+    };
+    ::sigaction(SIGUSR1, &action, &m_before);
+  }
+  ~CFlagBySignal() { ::sigaction(SIGUSR1, &m_before, nullptr); }
+  CFlagBySignal(const CFlagBySignal&) = delete;
+  CFlagBySignal& operator=(const CFlagBySignal&) = delete;
+
+  static const std::atomic<bool>& Get() { return g_flag; }
+  static int Count() { return g_signals; }
+  /// When the last signal came.
+  static long Moment() { return g_moment; }
+  static void Reset() {
+    g_flag.store(false);
+    g_signals.store(0);
+  }
+
+ private:
+  struct sigaction m_before = {};
+};
+
+/// Sends the signal to this thread after some time, and again when that was missed.
+class CInterrupter {
+ public:
+  CInterrupter() {
+    sigevent event = {};
+    event.sigev_notify = SIGEV_THREAD_ID;  // Whatever other threads there are.
+    event._sigev_un._tid = ::gettid();
+    event.sigev_signo = SIGUSR1;
+    if (::timer_create(CLOCK_MONOTONIC, &event, &m_timer) != 0) {
+      throw std::runtime_error("no timer");
+    }
+  }
+  ~CInterrupter() { ::timer_delete(m_timer); }
+  CInterrupter(const CInterrupter&) = delete;
+  CInterrupter& operator=(const CInterrupter&) = delete;
+
+  void Begin(long nanoseconds) {
+    itimerspec times = {};
+    times.it_value.tv_nsec = nanoseconds;
+    times.it_interval.tv_sec = kSecondsToNextSignal;
+    ::timer_settime(m_timer, 0, &times, nullptr);
+  }
+
+ private:
+  static constexpr long kSecondsToNextSignal = 5;
+
+  timer_t m_timer = {};
+};
+
 }  // namespace
 
 TEST(LogPipe, LinesComeAsSoonAsTheyAreWhole) {
@@ -111,15 +190,72 @@ TEST(LogPipe, CompressedBytesAreRecognisedOneByOne) {
   EXPECT_TRUE(input.IsCompressed());
 }
 
-TEST(LogPipe, SkippingReadsWhatCannotBeSought) {
+TEST(LogPipe, AnInterruptionAtAnyMomentEndsAWait) {
   CStandardInputPipe pipe;
+  const CFlagBySignal flag;
   CLogInput input("-");
-  pipe.Write("0123456789");
-  EXPECT_TRUE(input.Skip(4));
-  pipe.Close();
+  input.EndWhen(flag.Get());
+  // The first two bytes tell whether the log is compressed.
+  std::string bytes(2, '\0');
+  pipe.Write("ab");
+  ASSERT_EQ(input.Read(bytes.data(), 2), 2U);
+  // The delay follows the moments at which signals came, so that most of them come near the
+  // beginning of the wait.
+  long delay = 1000;
+  std::mt19937 random(31);
+  CInterrupter interrupter;
+  for (int round = 0; round < kInterruptions; ++round) {
+    flag.Reset();
+    interrupter.Begin(delay);
+    const long begin = Nanoseconds();
+    const std::size_t count = input.Read(bytes.data(), 1);
+    ASSERT_EQ(count, 0U);
+    ASSERT_EQ(flag.Count(), 1) << "the wait of round " << round << " missed a signal";
+    const long wanted = begin + static_cast<long>(random() % 1000);
+    delay = std::clamp(delay + (wanted - flag.Moment()) / 8, 1L, 100'000L);
+  }
+}
+
+TEST(LogPipe, ANamedPipeWithoutAWriterCanBeInterrupted) {
+  const CTemporaryFolder folder;
+  const std::string path = folder.File("fifo").string();
+  ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
+  const CFlagBySignal flag;
+  CLogInput input(path);
+  input.EndWhen(flag.Get());
+  ::raise(SIGUSR1);
+  char byte = 0;
+  EXPECT_EQ(input.Read(&byte, 1), 0U);
+}
+
+TEST(LogPipe, ANamedPipeWaitsForItsWriter) {
+  const CTemporaryFolder folder;
+  const std::string path = folder.File("fifo").string();
+  ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
+  CLogInput input(path);
+  std::thread writer([&] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    WriteBytes(path, "one\ntwo\n");
+  });
   std::string all;
   lum::test::ReadAll(input, all);
-  EXPECT_EQ(all, "456789");
+  writer.join();
+  EXPECT_EQ(all, "one\ntwo\n");
+}
+
+TEST(LogPipe, BytesOfAPipeThatDoesNotWaitAreWaitedFor) {
+  CStandardInputPipe pipe;
+  ::fcntl(STDIN_FILENO, F_SETFL, ::fcntl(STDIN_FILENO, F_GETFL) | O_NONBLOCK);
+  CLogInput input("-");
+  std::thread writer([&] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    pipe.Write("late\n");
+    pipe.Close();
+  });
+  std::string all;
+  lum::test::ReadAll(input, all);
+  writer.join();
+  EXPECT_EQ(all, "late\n");
 }
 
 TEST(LogPipe, ALineOfAHundredMegabytesTakesNoMemory) {

@@ -1,5 +1,6 @@
 #include "tests/decoding/SingleCalls.h"
 
+#include <functional>
 #include <limits>
 
 #include "decoding/NumberLiteral.h"
@@ -70,15 +71,38 @@ std::string TextLiteral(const std::string& bytes) {
   return literal + "'";
 }
 
+using PrintText = std::function<std::string(const CallArgument&)>;
+
+std::string FormulaOf(const SingleCall& call, const PrintText& printText) {
+  std::string text = std::string(call.operation->name) + "(";
+  for (const CallArgument& argument : call.arguments) {
+    text += text.back() == '(' ? "" : ", ";
+    text += argument.isText ? printText(argument) : decoding::NumberText(argument.number);
+  }
+  return text + (call.lenient ? ", lenient)" : ")");
+}
+
 }  // namespace
 
 std::string SingleCall::Formula() const {
-  std::string text = std::string(operation->name) + "(";
+  return FormulaOf(*this, [](const CallArgument& argument) { return TextLiteral(argument.bytes); });
+}
+
+std::string SingleCall::FormulaOfFields() const {
+  std::size_t field = 0;
+  return FormulaOf(*this, [&field](const CallArgument& argument) {
+    return argument.bytes.empty() ? "''" : "field(" + std::to_string(++field) + ")";
+  });
+}
+
+std::vector<std::string> SingleCall::Fields() const {
+  std::vector<std::string> fields;
   for (const CallArgument& argument : arguments) {
-    text += text.back() == '(' ? "" : ", ";
-    text += argument.isText ? TextLiteral(argument.bytes) : decoding::NumberText(argument.number);
+    if (argument.isText && !argument.bytes.empty()) {
+      fields.push_back(argument.bytes);
+    }
   }
-  return text + (lenient ? ", lenient)" : ")");
+  return fields;
 }
 
 std::vector<SingleCall> SingleCalls() {

@@ -23,6 +23,9 @@ struct SingleCall {
 
   /// As a formula.
   std::string Formula() const;
+  /// As a formula that takes its texts, unless they are empty, from field(1) on.
+  std::string FormulaOfFields() const;
+  std::vector<std::string> Fields() const;
 };
 
 /// Several hundred calls, of every supported operation but those that ask for the time of day.

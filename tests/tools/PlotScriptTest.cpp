@@ -30,13 +30,15 @@ TEST(PlotScript, DrawsCurvesOfOneUnitInOnePanel) {
                   Curve("None", "kg", {}), Curve("C", "m", {{1, 8}})},
                  {}, "a.svg");
   EXPECT_THAT(script, HasSubstr("set multiplot layout 2,1\n"));
-  EXPECT_THAT(script,
-              HasSubstr("set ylabel \"m\"\n"
-                        "plot $curve0 using 1:2 with linespoints pointsize 0.3 title \"A\", "
-                        "$curve1 using 1:2 with linespoints pointsize 0.3 title \"C\"\n"));
-  EXPECT_THAT(script,
-              HasSubstr("set xlabel label\nset yrange [*:*]\nset ylabel \"s\"\n"
-                        "plot $curve2 using 1:2 with linespoints pointsize 0.3 title \"B\"\n"));
+  EXPECT_THAT(
+      script,
+      HasSubstr("set ylabel \"m\"\n"
+                "plot $curve0 using 1:2 with linespoints linetype 1 pointsize 0.3 title \"A\", "
+                "$curve1 using 1:2 with linespoints linetype 2 pointsize 0.3 title \"C\"\n"));
+  EXPECT_THAT(
+      script,
+      HasSubstr("set xlabel label\nset yrange [*:*]\nset ylabel \"s\"\n"
+                "plot $curve2 using 1:2 with linespoints linetype 1 pointsize 0.3 title \"B\"\n"));
   EXPECT_THAT(script, HasSubstr("$curve1 << END\n1.000000 8\nEND\n"));
   EXPECT_THAT(script, HasSubstr("$curve2 << END\n1.000000 5\n2.000000 7\nEND\n"));
   EXPECT_THAT(script, Not(HasSubstr("None")));
@@ -58,7 +60,48 @@ TEST(PlotScript, DrawsJoinedValuesFromLeastToGreatest) {
   }
   const std::string script = PlotScript({curve}, {}, "a.svg");
   EXPECT_THAT(script, HasSubstr("$curve0 << END\n0.000000 -1\n1.000000 9.5\n2.000000 -1\n"));
-  EXPECT_THAT(script, HasSubstr("with lines title \"A\""));
+  EXPECT_THAT(script, HasSubstr("with lines linetype 1 title \"A\"\n"));
+}
+
+PlotCurve LongCurve() {
+  PlotCurve curve = Curve("A", "m", {});
+  for (int i = 0; i < 600; ++i) {
+    curve.series.AddValue(i, i);
+  }
+  return curve;
+}
+
+/// A value by itself at a place.
+void AddLone(PlotCurve& curve, double at, double value) {
+  curve.series.AddGap();
+  curve.series.AddValue(at, value);
+  curve.series.AddGap();
+}
+
+TEST(PlotScript, MarksValuesBetweenTwoGapsInALine) {
+  PlotCurve curve = LongCurve();
+  AddLone(curve, 700, 7);
+  AddLone(curve, 800, 8);
+  curve.series.AddValue(900, 1);
+  curve.series.AddValue(901, 2);
+  AddLone(curve, 1000, 9);
+  const std::string script = PlotScript({curve, Curve("B", "m", {{1, 2}})}, {}, "a.svg");
+  EXPECT_THAT(script, HasSubstr("$lone0 << END\n700.000000 7\n800.000000 8\n1000.000000 9\nEND\n"));
+  EXPECT_THAT(
+      script,
+      HasSubstr("plot $curve0 using 1:2 with lines linetype 1 title \"A\", "
+                "$lone0 using 1:2 with points linetype 1 pointtype 7 pointsize 0.5 notitle, "
+                "$curve1 using 1:2 with linespoints linetype 2 pointsize 0.3 title \"B\"\n"));
+}
+
+TEST(PlotScript, MarksNothingInALineWithoutLoneValues) {
+  PlotCurve curve = LongCurve();
+  // Of the same time, so these are a line upwards.
+  curve.series.AddGap();
+  for (int i = 0; i < 600; ++i) {
+    curve.series.AddValue(700, i);
+  }
+  EXPECT_THAT(PlotScript({curve}, {}, "a.svg"), Not(HasSubstr("$lone")));
 }
 
 TEST(PlotScript, TakesNamesAsTheyAre) {

@@ -5,13 +5,15 @@ Usage: decode_runs.py [--launcher PROGRAM] [--sanitized] LUMATTR EXAMPLE_DATA
 
 The launcher runs programs of another system: wine those of Windows, whose names end in ".exe". A
 program with sanitizers is slow and large: its log is small then, and its memory is not measured.
-With LUM_LARGE_LOG=1 in the environment the log for the memory has 1 GB.
+With LUM_LARGE_LOG=1 in the environment the log for the memory has 1 GB; LUM_INTERRUPTIONS says how many
+runs are interrupted while they wait.
 """
 
 import argparse
 import gzip
 import os
 import pathlib
+import random
 import re
 import select
 import signal
@@ -151,6 +153,57 @@ class DecodeRun(unittest.TestCase):
         self.assertEqual(process.returncode, 130)
         self.assertEqual(rows_of(out), b"1,,1\r\n2,,2\r\n")
         self.assertIn(b"interrupted; go on with --format plain --resume-from 4\n", err)
+
+    def wait_for_handler(self, process):
+        """Until the program takes interruptions: before, one is its end."""
+        status = pathlib.Path(f"/proc/{process.pid}/status")
+        end = time.monotonic() + PATIENCE
+        while time.monotonic() < end:
+            caught = re.search(r"SigCgt:\s+([0-9a-f]+)", status.read_text())
+            if int(caught.group(1), 16) >> (signal.SIGINT - 1) & 1:
+                return
+        self.fail("the program does not take interruptions")
+
+    def interrupt_soon(self, process, pause):
+        """It must end by itself, with a summary, although nothing comes any more."""
+        end = time.perf_counter() + pause
+        while time.perf_counter() < end:
+            pass
+        process.send_signal(signal.SIGINT)
+        try:
+            process.wait(PATIENCE)
+        except subprocess.TimeoutExpired:
+            process.kill()
+            self.fail("the interruption had no effect")
+        err = process.stderr.read()
+        self.assertEqual(process.returncode, 130, err)
+        self.assertRegex(err, rb"^lumattr: [^\n]+ lines?, [^\n]+ rows?\n"
+                              rb"lumattr: [^\n]+: interrupted; go on with [^\n]+\n$")
+        return err
+
+    def test_an_interruption_at_any_moment_ends_a_wait(self):
+        self.need_posix("Ctrl-C")
+        rounds = int(os.environ.get("LUM_INTERRUPTIONS", "20" if Settings.sanitized else "100"))
+        moments = random.Random(37)
+        for turn in range(rounds):
+            with start("-f", "x=field(0)", "--csv", "-") as process:
+                process.stdin.write(b"1\n")
+                process.stdin.flush()
+                self.read_within_patience(process.stdout, b"1,,1\r\n")
+                err = self.interrupt_soon(process, moments.random() / 5000)
+                self.assertIn(b" 1 line, 1 row\n", err, f"turn {turn}")
+
+    def test_an_interruption_ends_the_wait_for_the_writer_of_a_named_pipe(self):
+        self.need_posix("Ctrl-C")
+        if not pathlib.Path("/proc/self/status").exists():
+            self.skipTest("the system does not tell the signals of a process in /proc")
+        os.mkfifo(self.folder / "fifo")
+        moments = random.Random(41)
+        for _ in range(5 if Settings.sanitized else 30):
+            with start("-f", "x=field(0)", self.folder / "fifo") as process:
+                self.wait_for_handler(process)
+                err = self.interrupt_soon(process, moments.random() / 500)
+                self.assertIn(b" 0 lines, 0 rows\n", err)
 
     def test_a_program_that_is_to_ignore_interruptions_ignores_them(self):
         self.need_posix("Ctrl-C")

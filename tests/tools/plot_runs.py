@@ -8,7 +8,9 @@ Without gnuplot it says so and ends with 77.
 
 import os
 import pathlib
+import re
 import shutil
+import signal
 import struct
 import subprocess
 import sys
@@ -20,11 +22,17 @@ PATIENCE = 60  # Seconds until a run that hangs is given up.
 SKIPPED = 77
 PNG = b"\x89PNG\r\n\x1a\n"
 # In the place of gnuplot, one that fails half way;
-FAILING = "#!/bin/sh\ncat >/dev/null\necho half a drawing >\"$PART\"\nexit 1\n"
+FAILING = """#!/bin/sh
+part=$(sed -n 's/^set output "\\(.*\\)"$/\\1/p')
+echo half a drawing >"$part"
+exit 1
+"""
 # one that ends before it has read anything;
 DEAF = "#!/bin/sh\nexit 1\n"
 # one that draws nothing.
 SILENT = "#!/bin/sh\ncat >/dev/null\n"
+# one that takes long, and says when it has begun.
+SLOW = "#!/bin/sh\ncat >/dev/null\necho begun >&2\nexec sleep 60\n"
 
 
 class Settings:
@@ -42,14 +50,15 @@ class PlotRun(unittest.TestCase):
 
     def plot(self, *arguments, log=b"", path=None):
         """Exit code and messages; standard output must stay empty."""
-        env = {**os.environ, "PART": str(self.folder / "a.svg.part")}
-        if path:
-            env["PATH"] = f"{path}:{env['PATH']}"
         done = subprocess.run([Settings.tool, "plot", *map(str, arguments)], cwd=self.folder,
                               input=log, capture_output=True, timeout=PATIENCE, check=False,
-                              env=env)
+                              env=self.environment(path))
         self.assertEqual(done.stdout, b"")
         return done.returncode, done.stderr.decode()
+
+    def environment(self, path):
+        """Programs of the folder come before others of their names."""
+        return {**os.environ, "PATH": f"{path}:{os.environ['PATH']}" if path else os.environ["PATH"]}
 
     def draw(self, output, *arguments, log=b""):
         """The drawing's bytes. gnuplot has nothing to complain of."""
@@ -123,6 +132,12 @@ class PlotRun(unittest.TestCase):
     def test_one_value_alone_is_drawn(self):
         self.assertIn("A", self.texts(self.draw("a.svg", "-f", "A=field(0)", log=b"5\n")))
 
+    def test_a_value_between_two_gaps_of_a_long_curve_is_drawn(self):
+        many = b"".join(b"%d\n" % (i % 7) for i in range(600))
+        for lone, points in [(b"", 0), (b"none\n3\nnone\n", 1)]:
+            svg = self.draw("a.svg", "-f", "A=field(0)", log=many + lone + many)
+            self.assertEqual(len(re.findall(rb"<use [^>]*scale", svg)), points)
+
     def test_names_of_a_profile_are_no_commands_of_gnuplot(self):
         for unit in ["'; system('touch stolen') #", "\"; system(\"touch stolen\") #",
                      "`touch stolen`", "\\\"; system('touch stolen') #", "@A", "it's"]:
@@ -142,9 +157,10 @@ class PlotRun(unittest.TestCase):
                  "no column has a value: there is nothing to draw"),
                 (["-o", "a.svg", "-f", "A=field(9)"],
                  "no column has a value: there is nothing to draw"),
+                (["-o", "a.svg"], "needs --formula or --profile; see lumattr plot --help"),
                 (["-o", "a.gif", *survey], "--output is a file .svg or .png, not 'a.gif'"),
                 (["-o", "missing/a.svg", *survey],
-                 "cannot write 'missing/a.svg.part': No such file or directory"),
+                 "cannot write 'missing/a.svg': No such file or directory"),
                 (["-o", "a.svg", *survey[:2], "missing.nmea"],
                  "cannot open 'missing.nmea': No such file or directory")]:
             with self.subTest(message):
@@ -162,6 +178,28 @@ class PlotRun(unittest.TestCase):
                 self.assertIn("gnuplot made no drawing", messages)
                 self.assertEqual(self.names(), ["a.svg"])
                 self.assertEqual(old.read_text(), "old")
+
+    def test_files_of_names_like_the_drawing_stay(self):
+        names = ["a.svg.part", "a.svg.part1", "a.svg.part2"]
+        for name in names[:2]:
+            (self.folder / name).write_text("mine")
+        (self.folder / names[2]).mkdir()
+        self.assertEqual(self.plot("-o", "a.svg", "-f", "A=field(0)", log=b"5\n"), (0, ""))
+        self.assertEqual(self.names(), ["a.svg", *names])
+        for name in names[:2]:
+            self.assertEqual((self.folder / name).read_text(), "mine")
+
+    def test_an_interruption_while_gnuplot_draws_leaves_no_file(self):
+        with subprocess.Popen([Settings.tool, "plot", "-o", "a.svg", "-f", "A=field(0)"],
+                              cwd=self.folder, stdin=subprocess.PIPE, stderr=subprocess.PIPE,
+                              env=self.environment(self.fake(SLOW)), start_new_session=True) as run:
+            run.stdin.write(b"5\n")
+            run.stdin.close()
+            self.assertEqual(run.stderr.readline(), b"begun\n")
+            os.killpg(run.pid, signal.SIGINT)
+            self.assertEqual(run.wait(PATIENCE), 2)
+            self.assertIn(b"gnuplot made no drawing", run.stderr.read())
+        self.assertEqual(self.names(), [])
 
     def test_a_folder_is_not_replaced(self):
         (self.folder / "a.svg").mkdir()

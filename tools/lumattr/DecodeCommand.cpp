@@ -91,8 +91,8 @@ class CDecodeCommand {
         m_context(context),
         m_isInterrupted(WatchInterruption()),
         m_progress(context.err, IsErrorTerminal() && (options.stats || !context.terminal)),
-        m_writer(
-            MakeRowWriter(profile, {Format(), true, options.files.size() > 1, context.terminal})),
+        m_writer(MakeRowWriter(profile,
+                               {Format(), HasTime(), options.files.size() > 1, context.terminal})),
         m_statistics(profile) {}
 
   void Run() {
@@ -118,6 +118,13 @@ class CDecodeCommand {
  private:
   RowFormat Format() const {
     return m_options.json ? RowFormat::Json : m_options.csv ? RowFormat::Csv : RowFormat::Table;
+  }
+  /// A table leaves the column out when it is known before the first line that no row has a time.
+  /// CSV is for programs, which count on its columns.
+  bool HasTime() const {
+    const auto asked = FormatOf(m_options.decode);
+    const auto format = asked ? asked : m_profile.format;
+    return Format() != RowFormat::Table || format != decoding::LogFormat::Csv;
   }
   const char* ShownName(const std::string& file) const {
     return file == "-" ? "standard input" : file.c_str();
@@ -274,7 +281,7 @@ void Run(const CommandOptions& options, ToolContext& context) {
     CheckProfile(options, context);
     return;
   }
-  const Profile profile = ProfileOf(options.decode, context);
+  const Profile profile = ProfileOf(options.decode, "decode", context);
   CommandOptions run = options;
   if (run.files.empty()) {
     run.files.emplace_back("-");

@@ -51,9 +51,9 @@ std::optional<LogFormat> FormatOf(const DecodeOptions& options) {
   return options.format.empty() ? std::nullopt : decoding::FindLogFormat(options.format);
 }
 
-Profile ProfileOf(const DecodeOptions& options, ToolContext& context) {
+Profile ProfileOf(const DecodeOptions& options, const std::string& command, ToolContext& context) {
   if (options.profile.empty() && options.formulas.empty()) {
-    throw ToolError("needs --formula or --profile; see lumattr decode --help");
+    throw ToolError("needs --formula or --profile; see lumattr " + command + " --help");
   }
   std::vector<ProfileFault> faults;
   Profile profile = options.profile.empty() ? decoding::ProfileOfFormulas(options.formulas, faults)

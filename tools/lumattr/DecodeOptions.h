@@ -27,8 +27,10 @@ void AddDecodeOptions(const CCommand& command, DecodeOptions& options);
 std::optional<decoding::LogFormat> FormatOf(const DecodeOptions& options);
 
 /// The profile, or one made of the formulas, with display names. Its faults are printed to
-/// `context.err`, one a line, and then ToolError is thrown.
-decoding::Profile ProfileOf(const DecodeOptions& options, ToolContext& context);
+/// `context.err`, one a line, and then ToolError is thrown; as it is, with the way to the help of
+/// `command`, when there is neither.
+decoding::Profile ProfileOf(const DecodeOptions& options, const std::string& command,
+                            ToolContext& context);
 
 /// A fault as one line: "engine.profile:5:15: found; expected …; did you mean 'Speed'?".
 std::string FaultText(const std::string& file, const decoding::ProfileFault& fault);

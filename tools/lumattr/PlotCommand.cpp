@@ -2,9 +2,9 @@
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
+#include <cstdint>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -135,7 +135,7 @@ class CCurves {
 // ---- gnuplot
 
 /// A program that reads what is written to it, without the settings that a user has for it. Should
-/// it end before, that is no signal to us.
+/// it end before, that is no signal to us; nor is an interruption, which ends it alone.
 class CGnuplot {
  public:
   CGnuplot() {
@@ -149,6 +149,7 @@ class CGnuplot {
     if (m_pipe == nullptr) {
       throw ToolError("cannot start gnuplot: " + std::generic_category().message(errno));
     }
+    m_interrupt = std::signal(SIGINT, SIG_IGN);  // Now, for what is started takes it over.
   }
   CGnuplot(const CGnuplot&) = delete;
   CGnuplot& operator=(const CGnuplot&) = delete;
@@ -164,6 +165,7 @@ class CGnuplot {
       m_status = ::pclose(m_pipe);
       std::signal(SIGPIPE, m_handler);
 #endif
+      std::signal(SIGINT, m_interrupt);
       m_pipe = nullptr;
     }
     return m_status == 0;
@@ -172,6 +174,7 @@ class CGnuplot {
  private:
   std::FILE* m_pipe = nullptr;
   int m_status = 0;
+  void (*m_interrupt)(int) = nullptr;
 #if !defined(_WIN32)
   void (*m_handler)(int) = nullptr;
 #endif
@@ -181,48 +184,72 @@ std::filesystem::path PathOf(const std::string& utf8) {
   return {std::u8string(utf8.begin(), utf8.end())};
 }
 
-/// Gives its place to the drawing once that is whole.
-void PutInPlace(const std::string& part, const std::string& output) {
-  std::error_code error;
-  std::filesystem::rename(PathOf(part), PathOf(output), error);
-  if (error) {
-    throw ToolError("cannot write " + Quoted(FromUtf8(output)) + ": " + error.message());
-  }
-}
-
-/// A file that is taken away unless it is renamed before.
-class CPartFile {
+/// A new folder beside the drawing, in which that is made. Nothing of it stays.
+class CPartFolder {
  public:
-  explicit CPartFile(const std::string& name) : m_name(name) {
-    if (!std::ofstream(PathOf(name))) {
-      throw ToolError("cannot write " + Quoted(FromUtf8(name)) + ": " +
-                      std::generic_category().message(errno));
+  explicit CPartFolder(const std::string& output) : m_output(output) {
+    constexpr int kMostNames = 1000;
+    std::error_code error;
+    for (int i = 0; i < kMostNames && m_folder.empty(); ++i) {
+      const std::string name = output + ".part" + (i == 0 ? "" : std::to_string(i));
+      if (std::filesystem::create_directory(PathOf(name), error)) {
+        m_folder = PathOf(name);
+        m_drawing = name + "/drawing";
+      } else if (error && error != std::errc::file_exists) {
+        Complain(error);
+      }
+    }
+    if (m_folder.empty()) {
+      Complain(std::make_error_code(std::errc::file_exists));
     }
   }
-  CPartFile(const CPartFile&) = delete;
-  CPartFile& operator=(const CPartFile&) = delete;
-  ~CPartFile() {
+  CPartFolder(const CPartFolder&) = delete;
+  CPartFolder& operator=(const CPartFolder&) = delete;
+  ~CPartFolder() {
     std::error_code error;
-    std::filesystem::remove(PathOf(m_name), error);
+    std::filesystem::remove(PathOf(m_drawing), error);
+    std::filesystem::remove(m_folder, error);
   }
 
-  bool IsEmpty() const {
+  /// Where it is to be made.
+  const std::string& Drawing() const { return m_drawing; }
+  bool HasDrawing() const {
     std::error_code error;
-    return std::filesystem::file_size(PathOf(m_name), error) == 0 || error;
+    const std::uintmax_t size = std::filesystem::file_size(PathOf(m_drawing), error);
+    return !error && size > 0;
+  }
+  /// Gives its place to the drawing once that is whole.
+  void PutInPlace() const {
+    std::error_code error;
+    std::filesystem::rename(PathOf(m_drawing), PathOf(m_output), error);
+    if (error) {
+      Complain(error);
+    }
   }
 
  private:
-  std::string m_name;
+  [[noreturn]] void Complain(const std::error_code& error) const {
+    throw ToolError("cannot write " + Quoted(FromUtf8(m_output)) + ": " + error.message());
+  }
+
+  std::string m_output;
+  std::filesystem::path m_folder;
+  std::string m_drawing;
 };
 
-void Draw(const std::string& script, const std::string& part, const std::string& output) {
-  const CPartFile file(part);
+void Draw(const CCurves& curves, bool isPng, const std::string& output) {
+  const CPartFolder folder(output);
+  const std::string script =
+      PlotScript(curves.Curves(), {isPng, curves.HasTime()}, folder.Drawing());
+  if (script.empty()) {
+    throw ToolError("no column has a value: there is nothing to draw");
+  }
   CGnuplot gnuplot;
   gnuplot.Write(script);
-  if (!gnuplot.End() || file.IsEmpty()) {
+  if (!gnuplot.End() || !folder.HasDrawing()) {
     throw ToolError("gnuplot made no drawing; is it installed (on Debian: gnuplot-nox)?");
   }
-  PutInPlace(part, output);
+  folder.PutInPlace();
 }
 
 // ---- The command
@@ -236,7 +263,7 @@ void Run(const CommandOptions& options, ToolContext& context) {
   if (!isPng && !EndsWith(options.output, ".svg")) {
     throw ToolError("--output is a file .svg or .png, not " + Quoted(FromUtf8(options.output)));
   }
-  const Profile profile = ProfileOf(options.decode, context);
+  const Profile profile = ProfileOf(options.decode, "plot", context);
   CCurves curves(options, profile);
   decoding::CLogInput input(options.file);
   CLogRun run(input, profile, {FormatOf(options.decode), 0, nullptr});
@@ -245,12 +272,7 @@ void Run(const CommandOptions& options, ToolContext& context) {
       curves.Add(run.Decode(message));
     }
   }
-  const std::string part = options.output + ".part";
-  const std::string script = PlotScript(curves.Curves(), {isPng, curves.HasTime()}, part);
-  if (script.empty()) {
-    throw ToolError("no column has a value: there is nothing to draw");
-  }
-  Draw(script, part, options.output);
+  Draw(curves, isPng, options.output);
 }
 
 }  // namespace

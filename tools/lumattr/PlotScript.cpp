@@ -86,15 +86,51 @@ void AppendPoint(std::string& text, double at, double value) {
   text += '\n';
 }
 
+bool IsOnePlace(const PlotPoint& point) {
+  return point.minimum == point.maximum && point.first == point.last;
+}
+
 /// A line through all points; an empty line where the column has no value.
 void AppendData(std::string& text, const PlotCurve& curve, std::size_t number) {
   text += "$curve" + std::to_string(number) + " << END\n";
   for (const PlotPoint& point : curve.series.Points()) {
     text += point.isAfterGap ? "\n" : "";
     AppendPoint(text, point.first, point.minimum);
-    if (point.minimum != point.maximum || point.first != point.last) {
+    if (!IsOnePlace(point)) {
       AppendPoint(text, point.last, point.maximum);
     }
+  }
+  text += "END\n";
+}
+
+/// Single values are seen as points, many as a line.
+bool IsLine(const PlotCurve& curve) {
+  constexpr std::size_t kMostMarked = 500;
+  return curve.series.Points().size() > kMostMarked;
+}
+
+/// The points between two gaps that a line without marks does not show.
+std::vector<PlotPoint> LonePoints(const PlotCurve& curve) {
+  std::vector<PlotPoint> lone;
+  const std::vector<PlotPoint>& points = curve.series.Points();
+  for (std::size_t i = 0; IsLine(curve) && i < points.size(); ++i) {
+    const bool begins = i == 0 || points[i].isAfterGap;
+    const bool ends = i + 1 == points.size() || points[i + 1].isAfterGap;
+    if (begins && ends && IsOnePlace(points[i])) {
+      lone.push_back(points[i]);
+    }
+  }
+  return lone;
+}
+
+void AppendLonePoints(std::string& text, const PlotCurve& curve, std::size_t number) {
+  const std::vector<PlotPoint> lone = LonePoints(curve);
+  if (lone.empty()) {
+    return;
+  }
+  text += "$lone" + std::to_string(number) + " << END\n";
+  for (const PlotPoint& point : lone) {
+    AppendPoint(text, point.first, point.minimum);
   }
   text += "END\n";
 }
@@ -139,10 +175,17 @@ std::string HeightCommand(const Panel& panel) {
   return text + "]\n";
 }
 
-/// Single values are seen as points, many as a line.
-std::string Style(const PlotCurve& curve) {
-  constexpr std::size_t kMostMarked = 500;
-  return curve.series.Points().size() > kMostMarked ? "lines" : "linespoints pointsize 0.3";
+/// The line type is told, for lone points have the colour of their curve.
+std::string CurveCommands(const PlotCurve& curve, std::size_t number, std::size_t lineType) {
+  const std::string type = " linetype " + std::to_string(lineType);
+  std::string text = "$curve" + std::to_string(number) + " using 1:2 with " +
+                     (IsLine(curve) ? "lines" + type : "linespoints" + type + " pointsize 0.3") +
+                     " title " + Literal(curve.title);
+  if (!LonePoints(curve).empty()) {
+    text += ", $lone" + std::to_string(number) + " using 1:2 with points" + type +
+            " pointtype 7 pointsize 0.5 notitle";
+  }
+  return text;
 }
 
 std::string PanelCommands(const Panel& panel, std::size_t& number, bool isLast) {
@@ -151,8 +194,7 @@ std::string PanelCommands(const Panel& panel, std::size_t& number, bool isLast) 
   text += HeightCommand(panel) + "set ylabel " + Literal(unit) + "\nplot ";
   for (std::size_t i = 0; i < panel.size(); ++i) {
     text += (i == 0 ? "" : ", ");
-    text += "$curve" + std::to_string(number++) + " using 1:2 with " + Style(*panel[i]) +
-            " title " + Literal(panel[i]->title);
+    text += CurveCommands(*panel[i], number++, i + 1);
   }
   return text + "\n";
 }
@@ -177,7 +219,8 @@ std::string PlotScript(const std::vector<PlotCurve>& curves, const PlotLayout& l
   std::size_t number = 0;
   for (const Panel& panel : panels) {
     for (const PlotCurve* curve : panel) {
-      AppendData(text, *curve, number++);
+      AppendData(text, *curve, number);
+      AppendLonePoints(text, *curve, number++);
     }
   }
   text += AxisCommands(layout, span) + RangeCommand(span);
