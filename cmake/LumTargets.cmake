@@ -36,6 +36,16 @@ function(lum_configure_target target)
   endif()
 endfunction()
 
+# Has a library count the branches that are taken, where LUM_COVERAGE asks for it.
+function(lum_count_branches target)
+  if(LUM_COVERAGE)
+    target_compile_options(${target} PRIVATE ${LUM_COVERAGE_FLAGS})
+    # Who links a static library links its counters.
+    target_link_options(${target} PUBLIC --coverage)
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ON)
+  endif()
+endfunction()
+
 # Shortens the builds that nobody gets. Two sources of one library never share a name.
 option(LUM_UNITY_LIBRARIES "Compile each library as one source" OFF)
 
@@ -59,11 +69,7 @@ function(lum_configure_library target buildMacro)
     # A DLL exports the inline members of its classes: programs link to their static constants.
     set_target_properties(${target} PROPERTIES VISIBILITY_INLINES_HIDDEN ON)
   endif()
-  if(LUM_COVERAGE)
-    target_compile_options(${target} PRIVATE ${LUM_COVERAGE_FLAGS})
-    target_link_options(${target} PRIVATE --coverage)
-    set_target_properties(${target} PROPERTIES UNITY_BUILD ON)
-  endif()
+  lum_count_branches(${target})
   # A build with sanitizers is for the tests alone: what it exports is nobody's interface.
   if(CMAKE_SYSTEM_NAME STREQUAL "Linux" AND NOT LUM_SANITIZERS)
     set(exports ${PROJECT_SOURCE_DIR}/cmake/LumExports.map)
@@ -89,7 +95,7 @@ option(LUM_TEST_WHOLE_PROGRAMS "Register a program of tests as one test: fewer s
 function(lum_cover_library_sources target)
   get_target_property(sources ${target} SOURCES)
   list(FILTER sources INCLUDE REGEX
-    "^${PROJECT_SOURCE_DIR}/(platform|values|formulas|definitions|attributes|catalogue)/")
+    "^${PROJECT_SOURCE_DIR}/(platform|values|formulas|definitions|attributes|catalogue|decoding)/")
   if(sources)
     set_source_files_properties(${sources} PROPERTIES
       COMPILE_OPTIONS "${LUM_COVERAGE_FLAGS}" SKIP_PRECOMPILE_HEADERS ON)
