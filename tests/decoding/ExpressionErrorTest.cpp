@@ -36,6 +36,10 @@ TEST(ExpressionErrors, TellPlaceCauseAndRemedy) {
       {"true", "line 1, column 1: found 'true', expected a value"},
       {"1 + lenient", "line 1, column 5: found 'lenient', expected a value"},
       {"#", "line 1, column 1: found '#', expected a value"},
+      {"{", "line 1, column 1: found '{', expected a value"},
+      {".", "line 1, column 1: found '.', expected a value"},
+      {".e5", "line 1, column 1: found '.', expected a value"},
+      {")", "line 1, column 1: found ')', expected a value"},
       {"\xC3\xA4", "line 1, column 1: found '\xC3\xA4', expected a value"},
       // Operators that are missing.
       {"1 2", "line 1, column 3: found '2', expected an operator or the end"},
@@ -62,6 +66,7 @@ TEST(ExpressionErrors, TellPlaceCauseAndRemedy) {
       {"PGN", "line 1, column 1: unknown name 'PGN'; did you mean 'pgn'?"},
       {"CanVa", "line 1, column 1: unknown name 'CanVa'; did you mean 'CanVal'?"},
       {"zzzzz", "line 1, column 1: unknown name 'zzzzz'"},
+      {"_z", "line 1, column 1: unknown name '_z'"},
       {"Sin", "line 1, column 1: found 'Sin' without its arguments, expected Sin(degrees)"},
       {"field",
        "line 1, column 1: found 'field' without its arguments, expected field(0) to field(255)"},

@@ -80,6 +80,10 @@ TEST_F(Expression, GivesTheNumberThatItsPartsSay) {
       {"-+-raw", -2.0},
       {"((((5))))", 5.0},
       {"1/0", kInfinity},
+      {"1e+2", 100.0},
+      {"1E-2", 0.01},
+      {"0x1e+2", 32.0},
+      {"0X1E-2", 28.0},
       // Inputs and fields.
       {"pgn", 65265.0},
       {"length*2", 16.0},

@@ -76,6 +76,9 @@ TEST(ExpressionTrace, TellsEachStepInOrder) {
   EXPECT_EQ(TraceOf("pgn", inputs), (Steps{"pgn: pgn[] 0"}));
   EXPECT_EQ(TraceOf("field(1)", inputs), (Steps{"field(1): field[\"a\\\"\\x01\"] 1 text",
                                                 "Val(field(1)): Val[\"a\\\"\\x01\"] 0"}));
+  const std::vector<std::string_view> escaped = {"\\ ~\x7F\xC3"};
+  inputs.SetFields(escaped);
+  EXPECT_EQ(TraceOf("field(0)", inputs).front(), "field(0): field[\"\\\\ ~\\x7F\\xC3\"] 1 text");
   inputs.SetText(Input::Frame, "");
   EXPECT_EQ(TraceOf("CanVal(frame, 7, 0)", inputs), (Steps{"frame: frame[\"\"] 0"}));
 }
@@ -110,6 +113,12 @@ TEST(ExpressionTrace, ShowsNoMoreOfATextThanTheLimitSays) {
             kMaxTracedText);
   const std::string text = Compiled("'" + std::string(kMaxTracedText, '1') + "'").StepText(0);
   EXPECT_EQ(text, "Val('" + std::string(kMaxTracedText - 1, '1') + kOmission + ")");
+}
+
+TEST(ExpressionTrace, CutsATextBetweenTwoCharacters) {
+  const std::string before(kMaxTracedText - 2, '1');
+  const std::string text = Compiled("'" + before + "\xC3\xA4'").StepText(0);
+  EXPECT_EQ(text, "Val('" + before + "\xE2\x80\xA6)");
 }
 
 }  // namespace

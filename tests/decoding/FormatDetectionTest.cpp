@@ -42,6 +42,7 @@ TEST(FormatDetection, MostLinesWin) {
       {{"one", "a,b"}, LogFormat::Csv},
       {{"a,b", kSentence}, LogFormat::Nmea},
       {{"18FEF100#00"}, LogFormat::Plain},
+      {{"\"a,b"}, LogFormat::Plain},
   };
   for (const DetectionCase& row : rows) {
     EXPECT_EQ(DetectLogFormat(row.lines), row.format) << (row.lines.empty() ? "" : row.lines[0]);

@@ -29,6 +29,8 @@ const char* const kClear = "can0 18EC1020#110201FFFFEBFE00";
 const char* const kDone = "can0 18EC1020#13090002FFEBFE00";
 const char* const kFirstToOne = "can0 18EB2010#0101020304050607";
 const char* const kSecondToOne = "can0 18EB2010#020809FFFFFFFFFF";
+const char* const kWholeToOne =
+    "data can0 18FEEB10 010203040506070809 message >10200FEEB6010203040506070809;";
 
 /// Only what the assembly adds: the frames' own parts are candump's matter.
 std::string ReadShort(CTestReader& reader, const std::string& line) {
@@ -113,15 +115,44 @@ TEST(J1939Reader, KeepsSendersAndChannelsApart) {
 }
 
 TEST(J1939Reader, PutsHandshakesTogether) {
-  const std::string whole =
-      "data can0 18FEEB10 010203040506070809 message >10200FEEB6010203040506070809;";
-  const std::string request = "can0 18EC2010#10090002FFEBFE00";
-  Check({{request, "part"},
+  Check({{kRequest, "part"},
          {kClear, "part"},
          {kFirstToOne, "part"},
-         {kSecondToOne, whole},
+         {kSecondToOne, kWholeToOne},
          {kDone, "part"},
          {kDone, "part"}});
+}
+
+TEST(J1939Reader, AMessageOfPdu1KeepsItsDestinationInTheIdentifier) {
+  Check({{"can0 18EC2010#10090002FF00EF00", "part"},
+         {"can0 18EC1020#110201FFFF00EF00", "part"},
+         {kFirstToOne, "part"},
+         {kSecondToOne,
+          "data can0 18EF2010 010203040506070809 message >10200EF006010203040506070809;"},
+         {"can0 18EC1020#13090002FF00EF00", "part"}});
+}
+
+TEST(J1939Reader, AMessageWithoutItsAcknowledgementIsWholeAllTheSame) {
+  Check({{kRequest, "part"},
+         {kClear, "part"},
+         {kFirstToOne, "part"},
+         {kSecondToOne, kWholeToOne},
+         {kBam, "part"}},
+        "line 5, column 1: log ends before the message is complete");
+}
+
+TEST(J1939Reader, PassesWhatIsSaidOfMessagesThatAreNotUnderWay) {
+  const std::vector<ReaderCase> others = {{"can0 18EC1020#110101FFFFEAFE00", "part"},
+                                          {"can0 18EC1020#13090002FFEAFE00", "part"},
+                                          {"can0 18EC1020#FF01FFFFFFEAFE00", "part"},
+                                          {"can0 18EC2010#FF01FFFFFFEAFE00", "part"}};
+  Check(others);
+  Check({{kClear, "part"}, {kDone, "part"}});
+  std::vector<ReaderCase> rows = others;
+  rows.insert(rows.begin(), {kRequest, "part"});
+  rows.push_back({kFirstToOne, "part"});
+  rows.push_back({kSecondToOne, kWholeToOne});
+  Check(rows);
 }
 
 TEST(J1939Reader, SendsPacketsOnceMoreWhenTheReceiverAsks) {

@@ -122,6 +122,31 @@ TEST_F(LogRun, PutsMessagesTogetherWhenAFormulaAsksForThem) {
             LogFormat::J1939);
 }
 
+TEST_F(LogRun, PutsMessagesTogetherWhenAConditionAsksForThem) {
+  const struct {
+    const char* condition;
+    LogFormat format;
+  } rows[] = {
+      {"Match.Pgn=61444", LogFormat::J1939},     {"Match.Source=1", LogFormat::J1939},
+      {"Match.Destination=1", LogFormat::J1939}, {"Match.Priority=1", LogFormat::J1939},
+      {"Match.Id=18F00400", LogFormat::Candump}, {"Match.Channel=can0", LogFormat::Candump},
+  };
+  for (const auto& row : rows) {
+    const Profile profile =
+        GoodProfile(std::string("[Message M]\nA.Formula=id\n") + row.condition + "\n");
+    EXPECT_EQ(FitFormat(LogFormat::Candump, profile), row.format) << row.condition;
+    EXPECT_EQ(FitFormat(LogFormat::Plain, profile), LogFormat::Plain) << row.condition;
+  }
+}
+
+TEST_F(LogRun, TellsTheFormatFromTheFirstLineWithText) {
+  EXPECT_EQ(Start("", kFirstField).Format(), LogFormat::Plain);
+  EXPECT_TRUE(Rows().empty());
+  EXPECT_EQ(Start("\n \t\n(1.0) can0 181#00\n", "[Message M]\nA.Formula=id\n").Format(),
+            LogFormat::Candump);
+  EXPECT_THAT(Rows(), ElementsAre("3:385"));
+}
+
 TEST_F(LogRun, GivesTheLinesThatTheFormatWasToldFrom) {
   std::string log;
   for (std::size_t i = 1; i <= CLogRun::kMostSampleLines + 2; ++i) {

@@ -38,6 +38,15 @@ TEST(MatchMemo, FindsWhatItRemembers) {
   EXPECT_TRUE(found.empty());
 }
 
+TEST(MatchMemo, RemembersTheLastListOfAKey) {
+  CMatchMemo memo;
+  memo.Remember(KeyWith(7), std::vector<std::size_t>{1});
+  EXPECT_THAT(memo.Remember(KeyWith(7), std::vector<std::size_t>{2, 3}), ElementsAre(2, 3));
+  std::span<const std::size_t> found;
+  ASSERT_TRUE(memo.Find(KeyWith(7), found));
+  EXPECT_THAT(found, ElementsAre(2, 3));
+}
+
 TEST(MatchMemo, NeverGivesAnotherKeysListHoweverManyThereAre) {
   CMatchMemo memo;
   std::mt19937_64 random(7);

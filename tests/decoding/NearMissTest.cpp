@@ -42,11 +42,17 @@ TEST(NearMiss, FindsTheNearestWord) {
   }
 }
 
+TEST(NearMiss, KeepsTheFirstOfWordsThatAreAsNear) {
+  EXPECT_EQ(BestOf(L"unit", {L"Unix", L"Unis"}), L"Unix");
+  EXPECT_EQ(BestOf(L"unit", {L"Unis", L"Unix"}), L"Unis");
+}
+
 TEST(NearMiss, AllowsAThirdOfTheLengthAndThreeAtMost) {
   EXPECT_EQ(BestOf(L"abc", {L"abd"}), L"abd");
   EXPECT_EQ(BestOf(L"abc", {L"aed"}), L"-");
   EXPECT_EQ(BestOf(L"ab", {L"ac"}), L"-");
   EXPECT_EQ(BestOf(L"s", {L"t", L"S"}), L"S");
+  EXPECT_EQ(BestOf(L"", {L""}), L"-");
   EXPECT_EQ(BestOf(L"abcdefghi", {L"abcdefxyz"}), L"abcdefxyz");
   EXPECT_EQ(BestOf(L"abcdefghi", {L"abcdewxyz"}), L"-");
   EXPECT_EQ(BestOf(L"abcdefghijklmno", {L"abcdefghijkwxyz"}), L"-");

@@ -58,6 +58,8 @@ TEST(NmeaReader, SaysWhereALineIsWrong) {
       {"$GPHDT,2*52", "column 10: checksum is wrong"},
       {"$GPHDT,1*1", "column 10: checksum is not two hexadecimal digits at the end"},
       {"$GPHDT,1*1G", "column 10: checksum is not two hexadecimal digits at the end"},
+      {"$GPHDT,1*G1", "column 10: checksum is not two hexadecimal digits at the end"},
+      {"$GP\x7F,1*52", "column 4: character that no sentence may have"},
       {"$GPHDT,1*", "column 10: checksum is not two hexadecimal digits at the end"},
       {"$GPHDT,1*52 ", "column 10: checksum is not two hexadecimal digits at the end"},
       {"$GPHDT,1", "column 9: checksum is missing"},

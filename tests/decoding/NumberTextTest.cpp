@@ -211,5 +211,13 @@ TEST(NumberText, AppendsToWhatIsThere) {
   EXPECT_EQ(text, "x1.2-0.518446744073709551615");
 }
 
+TEST(NumberText, HasTheDigitsThatAreAskedForOrTheShortestForm) {
+  std::string text;
+  AppendNumber(text, 0.5, 2);
+  AppendNumber(text += ' ', 0.5, 0);
+  AppendNumber(text += ' ', 0.5, std::nullopt);
+  EXPECT_EQ(text, "0.50 0 0.5");
+}
+
 }  // namespace
 }  // namespace lum::decoding

@@ -57,6 +57,16 @@ TEST(PlainReader, TakesFieldsUpToTheLimit) {
   EXPECT_TRUE(reader.Take(most).hasRecord);
   EXPECT_EQ(reader.record.fields.size(), CFormulaInputs::kMaxFields);
   EXPECT_EQ(reader.Read(most + "y"), "column 513: more than 256 fields");
+  EXPECT_EQ(reader.Read(most + "y z"), "column 513: more than 256 fields");
+}
+
+TEST(PlainReader, TakesFieldsBetweenSeparatorsUpToTheLimit) {
+  CTestReader reader(LogFormat::Plain, {.separator = ';'});
+  const std::string most(CFormulaInputs::kMaxFields - 1, ';');
+  EXPECT_TRUE(reader.Take(most).hasRecord);
+  EXPECT_EQ(reader.record.fields.size(), CFormulaInputs::kMaxFields);
+  EXPECT_EQ(reader.Read(most + ";"), "column 257: more than 256 fields");
+  EXPECT_EQ(reader.Read(most + ";y;z"), "column 257: more than 256 fields");
 }
 
 TEST(PlainReader, RefusesALineThatWasCut) {

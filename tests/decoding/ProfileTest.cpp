@@ -98,6 +98,8 @@ TEST(ProfileLoad, ReadsEveryCondition) {
       {"Match.Source=255", Part::Source, 255, 0xFFFFFFFF, false, "", "Match.Source=255"},
       {"Match.Destination=0x21", Part::Destination, 33, 0xFFFFFFFF, false, "",
        "Match.Destination=0x21"},
+      {"Match.Source=0X2a", Part::Source, 42, 0xFFFFFFFF, false, "", "Match.Source=0X2a"},
+      {"Match.Source=007", Part::Source, 7, 0xFFFFFFFF, false, "", "Match.Source=007"},
       {"Match.Priority=7", Part::Priority, 7, 0xFFFFFFFF, false, "", "Match.Priority=7"},
       {"Match.Channel=*can?", Part::Channel, 0, 0xFFFFFFFF, false, "*can?", "Match.Channel=*can?"},
       {"Match.Sentence=??GGA", Part::Sentence, 0, 0xFFFFFFFF, false, "??GGA",
@@ -169,7 +171,7 @@ TEST(ProfileLoad, ReadsFilesOfEveryEncoding) {
 
 TEST(ProfileLoad, ReadsOpenRangesAndNumbersOfEveryForm) {
   const Profile profile = GoodProfile(
-      "[Message A]\nX.Formula=1\nX.Range=-inf..inf\n"
+      "[Message\tA]\nX.Formula=1\nX.Range=-inf..inf\n"
       "X.NotAvailable=-1,0.5,1e3 , 0xFFFFFFFFFFFFFFFF,-2..-1,-0x10\nX.Error=inf,2..2\n");
   const ColumnRule& column = profile.messages[0].columns[0];
   EXPECT_EQ(column.range, (NumberRange{-kInfinity, kInfinity}));

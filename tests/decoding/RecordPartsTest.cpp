@@ -160,6 +160,16 @@ TEST(RecordInputs, ThatARecordDoesNotHaveAreMissingAndNotEmpty) {
   EXPECT_EQ(inputs.State(Input::Id), InputState::Missing);
 }
 
+TEST(RecordInputs, LeaveOutFieldsBehindTheLastThatHasANumber) {
+  const std::vector<std::string_view> fields(CFormulaInputs::kMaxFields + 1, "x");
+  LogRecord record;
+  record.fields = fields;
+  CFormulaInputs inputs;
+  SetInputs(inputs, record);
+  EXPECT_EQ(inputs.FieldState(CFormulaInputs::kMaxFields - 1), InputState::Present);
+  EXPECT_EQ(inputs.FieldState(CFormulaInputs::kMaxFields), InputState::Missing);
+}
+
 TEST(RecordInputs, OfASentenceAreItsAddressAndFields) {
   const std::array<std::string_view, 2> fields = {"GPGGA", ""};
   LogRecord record;

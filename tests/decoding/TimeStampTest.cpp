@@ -81,6 +81,15 @@ TEST(TimeStamps, DatesCountFrom1970) {
       {"2015-07-10 06:17:32.1234567890", 1436509052.123456, 30},
       {"2100-02-29 00:00:00", std::nullopt, 0},
       {"0000-01-01 00:00:00", std::nullopt, 0},
+      {"2015-xx-01 00:00:00", std::nullopt, 0},
+      {"2015-00-01 00:00:00", std::nullopt, 0},
+      {"2015-07 10 00:00:00", std::nullopt, 0},
+      {"2015-07-xx 00:00:00", std::nullopt, 0},
+      {"2015-07-00 00:00:00", std::nullopt, 0},
+      {"2015-07-10 06.17:32", std::nullopt, 0},
+      {"2015-07-10 06:xx:32", std::nullopt, 0},
+      {"2015-07-10 06:17", std::nullopt, 0},
+      {"2015-07-10 06:17:xx", std::nullopt, 0},
       {"2015-13-01 00:00:00", std::nullopt, 0},
       {"2015-04-31 00:00:00", std::nullopt, 0},
       {"2015-07-10 24:00:00", std::nullopt, 0},
@@ -105,6 +114,7 @@ TEST(TimeStamps, ParenthesesHoldEitherForm) {
       {"()", std::nullopt, 0},
       {"1.5", std::nullopt, 0},
       {"(1.5s)", std::nullopt, 0},
+      {"(2015-07-10 06:17:32", std::nullopt, 0},
   };
   for (const StampCase& row : rows) {
     Check(TakeTimeInParentheses, row);
