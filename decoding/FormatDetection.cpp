@@ -19,7 +19,7 @@ class CFormatVotes {
   template <typename Reader>
   bool Fits(Reader& reader, const LogLine& line) {
     LineProblem problem;
-    return reader.Take(line, m_record, problem).hasRecord && m_record.kind != RecordKind::Remark;
+    return reader.Take(line, m_record, problem).hasRecord;
   }
   LogFormat Classify(const LogLine& line);
 

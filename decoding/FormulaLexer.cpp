@@ -48,14 +48,14 @@ std::size_t CharacterEndAt(std::string_view text, std::size_t place) {
 }
 
 /// How far everything goes that nobody would write behind a number without a blank: "12abc" is a
-/// bad number rather than two tokens.
+/// bad number rather than two tokens. The text begins with a digit or a point.
 std::size_t NumberLength(std::string_view text) {
   const bool isHex = text.starts_with("0x") || text.starts_with("0X");
-  std::size_t length = 0;
+  std::size_t length = 1;
   while (length < text.size()) {
     const char ch = text[length];
-    const bool isExponentSign = (ch == '+' || ch == '-') && length > 0 && !isHex &&
-                                (text[length - 1] == 'e' || text[length - 1] == 'E');
+    const bool isExponentSign =
+        (ch == '+' || ch == '-') && !isHex && (text[length - 1] == 'e' || text[length - 1] == 'E');
     if (!IsNamePart(ch) && ch != '.' && !isExponentSign) {
       break;
     }

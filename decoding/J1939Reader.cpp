@@ -7,9 +7,8 @@ namespace {
 
 /// The identifier that the message would have as a single frame.
 std::uint32_t JoinJ1939Id(const J1939Id& id) {
-  const bool isForOne = (id.pgn & 0xFF) == 0 && (id.pgn >> 8 & 0xFF) < 240;
   return std::uint32_t{id.priority} << 26 | id.pgn << 8 |
-         (isForOne ? std::uint32_t{id.destination} << 8 : 0) | id.source;
+         (IsForOne(id.pgn) ? std::uint32_t{id.destination} << 8 : 0) | id.source;
 }
 
 }  // namespace

@@ -55,8 +55,6 @@ void Append(std::vector<NumberRange>& ranges, const std::vector<NumberRange>& mo
 
 }  // namespace
 
-std::span<const std::string_view> ColumnKeys() { return kColumnKeys; }
-
 std::optional<CExpression> CompileFormula(const PlacedText& text, CProfileFaults& faults) {
   std::variant<CExpression, ExpressionError> compiled = CExpression::Compile(text.text);
   if (ExpressionError* error = std::get_if<ExpressionError>(&compiled)) {

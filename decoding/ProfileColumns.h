@@ -3,7 +3,6 @@
 
 #include <map>
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -11,9 +10,6 @@
 #include "decoding/ProfileFaults.h"
 
 namespace lum::decoding {
-
-/// The last parts of all keys: "Raw", "Formula", …
-std::span<const std::string_view> ColumnKeys();
 
 /// Compiles a formula; what is wrong becomes a fault at its place.
 std::optional<CExpression> CompileFormula(const PlacedText& text, CProfileFaults& faults);

@@ -63,13 +63,13 @@ StampDigits CountDigits(std::string_view text) {
   return digits;
 }
 
-/// A number of any length, by the standard library.
+/// Digits of any number with a point or none, by the standard library.
 std::optional<double> TakeLongNumber(CLogCursor& cursor, std::size_t length) {
   const std::string_view text = cursor.Rest().substr(0, length);
   double seconds = 0.0;
-  const auto [end, error] =
+  const std::from_chars_result read =
       std::from_chars(text.data(), text.data() + text.size(), seconds, std::chars_format::fixed);
-  if (error != std::errc() || end != text.data() + text.size()) {
+  if (read.ec != std::errc()) {
     return std::nullopt;
   }
   cursor.MoveTo(cursor.Place() + length);
