@@ -97,6 +97,26 @@ TEST(DecoderMatch, TellsRecordsApartThatAreAlikeInTheirFirstSixteenBytes) {
     EXPECT_THAT(Matches(decoder, BusRecord(1, false, "a-name-of-17-byte")), ElementsAre(0));
     EXPECT_THAT(Matches(decoder, BusRecord(1, false, "a-name-of-17-bytf")), ElementsAre(1));
     EXPECT_THAT(Matches(decoder, BusRecord(1, false, "a-name-of-17-byt")), ElementsAre(2));
+    EXPECT_THAT(Matches(decoder, LogRecord()), ElementsAre());
+  }
+}
+
+TEST(DecoderMatch, TellsSentencesApartThatAreAlikeInTheirFirstSixteenBytes) {
+  const Profile profile = GoodProfile(
+      "[Message A]\nX.Formula=1\nMatch.Sentence=a-name-of-17-byte\n"
+      "[Message B]\nX.Formula=1\nMatch.Sentence=a-name-of-17-byt\n");
+  CDecoder decoder(profile);
+  const struct {
+    std::string_view address;
+    std::vector<std::size_t> matches;
+  } rows[] = {
+      {"a-name-of-17-byte", {0}}, {"a-name-of-17-bytf", {}}, {"a-name-of-17-byt", {1}}, {"", {}}};
+  for (int i = 0; i < 2; ++i) {
+    for (const auto& row : rows) {
+      LogRecord record;
+      record.address = row.address;
+      EXPECT_THAT(Matches(decoder, record), ElementsAreArray(row.matches)) << row.address;
+    }
   }
 }
 

@@ -57,6 +57,7 @@ TEST(MatchTerms, OfABusHoldForItsParts) {
       {Numbered(Part::Source, 0x18), BusRecord(0x18EEFF17, true), false},
       {Numbered(Part::Destination, 0xFF), BusRecord(0x18EEFF17, true), true},
       {Numbered(Part::Destination, 0x20), BusRecord(0x18EA2017, true), true},
+      {Numbered(Part::Destination, 0x21), BusRecord(0x18EA2017, true), false},
       {Numbered(Part::Destination, 0xFF), BusRecord(0x18F, false), false},
       {Numbered(Part::Priority, 6), BusRecord(0x18EEFF17, true), true},
       {Numbered(Part::Priority, 3), BusRecord(0x18EEFF17, true), false},
@@ -104,6 +105,10 @@ TEST(RecordParts, OfJ1939AreThereOnlyWhereTheReaderTookTheIdentifierApart) {
   EXPECT_TRUE(HasJ1939Parts(BusRecord(0x0CF00400, true).bus));
   EXPECT_TRUE(HasJ1939Parts(BusRecord(0x0000FF00, true).bus));
   EXPECT_FALSE(HasJ1939Parts(BusRecord(0x123, false).bus));
+  // One part that is not the default is enough.
+  for (const std::uint32_t id : {0x0000FF17U, 0x00002000U, 0x0400FF00U, 0x00F00400U}) {
+    EXPECT_TRUE(HasJ1939Parts(BusRecord(id, true).bus)) << id;
+  }
 }
 
 constexpr Input kAllInputs[] = {Input::Line,    Input::Frame,  Input::Message,     Input::Channel,
