@@ -70,7 +70,7 @@ TEST(HostileKeys, CollidingNamesAreRenamedAndRemoved) {
   for (const CString& name : names) {
     tree.FindCreate(name);
   }
-  tree.Find(names.back());
+  EXPECT_EQ(tree.FindAttribute(names.back(), 1), -1);
   tree.GetAttrMap(names.back())->SetMnemonic(L"Renamed");
   tree.GetAttrMap(names.front())->SetMnemonic(names.back());
   EXPECT_EQ(tree.FindAttribute(L"Renamed"), 2999);

@@ -305,13 +305,15 @@ TEST(ProfileLimits, ColumnsAreCountedUpToTheLimit) {
               ElementsAre("258:1: one column too many | at most 256 columns in a message | "));
 }
 
-TEST(ProfileLimits, BytesAreCountedUpToTheLimit) {
+TEST(ProfileLimits, BytesAreReadUpToTheLimit) {
   std::string text = kMessage + kColumn + ";";
   text.append(kMaxProfileBytes - text.size(), 'x');
   EXPECT_THAT(FaultsOf(text), ElementsAre());
-  text += 'x';
+}
+
+TEST(ProfileLimits, BytesBeyondTheLimitAreNotRead) {
   try {
-    FaultsOf(text);
+    FaultsOf(std::string(kMaxProfileBytes + 1, ';'));
     FAIL() << "a larger file was read";
   } catch (const DecodingError& error) {
     EXPECT_THAT(error.what(), HasSubstr("has 16777217 bytes; expected at most 16777216"));

@@ -69,6 +69,8 @@ TEST(FileMerge, PutsMyChangesIntoTheirFile) {
        "[S]\na=3\n\n[M]\n"},
       {"a section that I remove", "[S]\na=1\n[T]\nb=1\n", "[S]\na=1\n", "[S]\na=3\n[T]\nb=1\n",
        "[S]\na=3\n"},
+      {"a section that both remove", "[S]\na=1\n[T]\nb=1\n", "[S]\na=1\n", "[S]\na=3\n",
+       "[S]\na=3\n"},
       {"theirs in a section that I remove", "[S]\na=1\n[T]\nb=1\n", "[S]\na=1\n",
        "[S]\na=1\n[T]\nb=1\nc=1\n", "[S]\na=1\n[T]\nc=1\n"},
       {"a section that they remove", "[S]\na=1\n[T]\nb=1\n", "[S]\na=2\n[T]\nb=1\n", "[S]\na=1\n",

@@ -172,6 +172,23 @@ TEST(NumberItems, FloatsAreRoundedOnce) {
   }
 }
 
+TEST(NumberItems, WhatLiesHalfwayBetweenTwoFloatsBecomesTheEvenOne) {
+  const struct {
+    const wchar_t* text;
+    float value;
+  } rows[] = {
+      {L"16777217", 16777216.0F},
+      {L"16777219", 16777220.0F},
+      {L"16777217.000000001", 16777218.0F},
+      {L"16777218.999999999", 16777218.0F},
+  };
+  for (const auto& row : rows) {
+    float value = 0.0F;
+    EXPECT_TRUE(CNumberItems(CString(row.text)).Take(value));
+    EXPECT_EQ(value, row.value) << Narrow(row.text);
+  }
+}
+
 TEST(NumberItems, ItemsAreTakenOneAfterTheOther) {
   const CString text(L" 1.5,2 ,true, 7,8,x");
   CNumberItems items(text);

@@ -68,6 +68,8 @@ TEST(RecordTypes, CompOffsetRefusesEveryUnreadableItem) {
   const std::string before = TextOf(CLumCompOffset(MakeOffset(7)));
   for (const wchar_t* text : {
            L"",
+           L"1",
+           L"1,2",
            L"1,2,n,3,4,5,6,7,8",
            L"x,2,n,3,4,5,6,7,8,9",
            L"-1,2,n,3,4,5,6,7,8,9",
