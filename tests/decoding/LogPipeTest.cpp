@@ -14,6 +14,7 @@
 #include <string>
 #include <thread>
 
+#include "decoding/DecodingError.h"
 #include "decoding/LineReader.h"
 #include "decoding/LogReader.h"
 #include "tests/Allocations.h"
@@ -256,6 +257,19 @@ TEST(LogPipe, BytesOfAPipeThatDoesNotWaitAreWaitedFor) {
   lum::test::ReadAll(input, all);
   writer.join();
   EXPECT_EQ(all, "late\n");
+}
+
+TEST(LogPipe, SaysThatStandardInputIsClosed) {
+  CStandardInputPipe pipe;
+  ::close(STDIN_FILENO);
+  CLogInput closed("-");
+  char byte = 0;
+  try {
+    closed.Read(&byte, 1);
+    FAIL() << "it was read";
+  } catch (const lum::decoding::DecodingError& error) {
+    EXPECT_STREQ(error.what(), "cannot read standard input at byte 0: Bad file descriptor");
+  }
 }
 
 TEST(LogPipe, ALineOfAHundredMegabytesTakesNoMemory) {
