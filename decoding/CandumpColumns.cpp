@@ -17,14 +17,21 @@ bool CCandumpReader::TakeColumns(CLogCursor& cursor, LogRecord& record) {
   constexpr std::string_view kRemote = "remote request";
   if (cursor.Rest().starts_with(kRemote)) {
     cursor.MoveTo(cursor.Place() + kRemote.size());
-    return TakeDigits({}, column) && TakeColumnEnd(cursor) && Describe(record, RecordKind::Remote);
+    if (!TakeColumnEnd(cursor)) {
+      return false;
+    }
+    Describe(record, RecordKind::Remote, {});
+    return true;
   }
   if (!GatherColumns(cursor, length) || !TakeColumnEnd(cursor)) {
     return false;
   }
-  const std::string_view digits(m_gathered.data(), isFd ? 0 : m_gatheredCount);
-  return TakeDigits(digits, column) &&
-         Describe(record, isFd ? RecordKind::Unusable : RecordKind::Data);
+  if (isFd) {
+    Describe(record, RecordKind::Unusable, {});
+  } else {
+    Describe(record, RecordKind::Data, Gathered());
+  }
+  return true;
 }
 
 /// "RX - -" or "TX B E", if they are there: the direction and two flags of CAN FD.

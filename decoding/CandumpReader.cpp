@@ -102,13 +102,6 @@ bool CCandumpReader::TakeId(std::string_view digits, std::size_t column) {
          Fail(column, "identifier is larger than 1FFFFFFF");
 }
 
-bool CCandumpReader::TakeDigits(std::string_view digits, std::size_t column) {
-  if (digits.size() > 2 * kMaxCanBytes) {
-    return Fail(column, "more than 8 data bytes");
-  }
-  return m_frame.TakeData(digits) || Fail(column, "no hexadecimal digit in the data");
-}
-
 // ---- Compact
 
 bool CCandumpReader::TakeCompact(const CLogCursor& cursor, std::size_t mark, LogRecord& record) {
@@ -119,7 +112,8 @@ bool CCandumpReader::TakeCompact(const CLogCursor& cursor, std::size_t mark, Log
   const std::size_t column = cursor.Column() + mark + 1;
   const std::string_view data = WithoutDirection(rest.substr(mark + 1));
   if (data.size() <= 2 * kMaxCanBytes && data.size() % 2 == 0 && m_frame.TakeData(data)) {
-    return Describe(record, RecordKind::Data);
+    Describe(record, RecordKind::Data);
+    return true;
   }
   return TakeCompactData(WithoutBlanksBehind(data), column, record);
 }
@@ -132,9 +126,11 @@ bool CCandumpReader::TakeCompactData(std::string_view data, std::size_t column, 
   if (data.starts_with('#')) {
     return TakeCompactFd(data.substr(1), column + 1, record);
   }
-  return GatherCompact(data, column, kMaxCanBytes) &&
-         TakeDigits({m_gathered.data(), m_gatheredCount}, column) &&
-         Describe(record, RecordKind::Data);
+  if (!GatherCompact(data, column, kMaxCanBytes)) {
+    return false;
+  }
+  Describe(record, RecordKind::Data, Gathered());
+  return true;
 }
 
 bool CCandumpReader::TakeCompactRemote(std::string_view rest, std::size_t column,
@@ -142,15 +138,19 @@ bool CCandumpReader::TakeCompactRemote(std::string_view rest, std::size_t column
   if (!rest.empty() && !(rest.size() == 1 && rest[0] >= '0' && rest[0] <= '8')) {
     return Fail(column, "expected a data length of 0 to 8 behind R, or nothing");
   }
-  return TakeDigits({}, column) && Describe(record, RecordKind::Remote);
+  Describe(record, RecordKind::Remote, {});
+  return true;
 }
 
 bool CCandumpReader::TakeCompactFd(std::string_view rest, std::size_t column, LogRecord& record) {
   if (rest.empty() || !IsHexDigit(rest.front())) {
     return Fail(column, "no flags of a CAN FD frame");
   }
-  return GatherCompact(rest.substr(1), column + 1, kMaxFdBytes) && TakeDigits({}, column) &&
-         Describe(record, RecordKind::Unusable);
+  if (!GatherCompact(rest.substr(1), column + 1, kMaxFdBytes)) {
+    return false;
+  }
+  Describe(record, RecordKind::Unusable, {});
+  return true;
 }
 
 /// Digits with a dot or not between the bytes.
@@ -175,7 +175,7 @@ bool CCandumpReader::GatherCompact(std::string_view data, std::size_t column,
 
 // ---- Outcomes
 
-bool CCandumpReader::Describe(LogRecord& record, RecordKind kind) {
+void CCandumpReader::Describe(LogRecord& record, RecordKind kind) {
   const bool isError = m_frame.IsExtended() && m_frame.Id() > kMaxExtendedId;
   record.kind = isError ? RecordKind::BusError : kind;
   if (record.kind == RecordKind::Data) {
@@ -185,7 +185,11 @@ bool CCandumpReader::Describe(LogRecord& record, RecordKind kind) {
     record.bus.isExtended = m_frame.IsExtended() && !isError;
     record.bus.data = m_frame.Data();
   }
-  return true;
+}
+
+void CCandumpReader::Describe(LogRecord& record, RecordKind kind, std::string_view digits) {
+  m_frame.TakeData(digits);
+  Describe(record, kind);
 }
 
 bool CCandumpReader::Fail(std::size_t column, std::string_view reason) {

@@ -18,7 +18,6 @@ class CCandumpReader final : public CLogReader {
   bool TakeTime(CLogCursor& cursor, LogRecord& record);
   bool TakeChannel(CLogCursor& cursor, LogRecord& record);
   bool TakeId(std::string_view digits, std::size_t column);
-  bool TakeDigits(std::string_view digits, std::size_t column);
 
   bool TakeCompact(const CLogCursor& cursor, std::size_t mark, LogRecord& record);
   bool TakeCompactData(std::string_view data, std::size_t column, LogRecord& record);
@@ -32,7 +31,11 @@ class CCandumpReader final : public CLogReader {
   bool GatherColumns(CLogCursor& cursor, std::size_t length);
   bool TakeColumnEnd(CLogCursor& cursor);
 
-  bool Describe(LogRecord& record, RecordKind kind);
+  std::string_view Gathered() const { return {m_gathered.data(), m_gatheredCount}; }
+  /// Of data that the frame has taken.
+  void Describe(LogRecord& record, RecordKind kind);
+  /// Of digits, at most kMaxCanBytes bytes, that have been looked at.
+  void Describe(LogRecord& record, RecordKind kind, std::string_view digits);
   bool Fail(std::size_t column, std::string_view reason);
 
   CCanFrame m_frame;

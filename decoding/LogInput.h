@@ -23,6 +23,7 @@ class CLogInput {
   /// Reads what is there, at least one byte and at most `room`; 0 at the end. A pipe's bytes come
   /// as soon as they are there. Throws DecodingError for a failed read, damaged compressed data,
   /// and compressed data that break off: everything before was delivered by the calls before.
+  /// Precondition: `room` is not 0.
   std::size_t Read(char* to, std::size_t room);
 
   /// A signal to the thread that reads, by which the flag is set, ends its wait for bytes, and that

@@ -5,17 +5,12 @@
 #include <vector>
 
 #include "decoding/DecodingError.h"
+#include "decoding/ProfileMatch.h"
 
 namespace lum::decoding {
 namespace {
 
 constexpr std::uint64_t kCountedAtOnce = 1 << 18;
-
-bool NeedsJ1939(const MatchTerm& term) {
-  using enum MatchTerm::Part;
-  return term.part == Pgn || term.part == Source || term.part == Destination ||
-         term.part == Priority;
-}
 
 bool NeedsJ1939(const std::optional<CExpression>& formula) {
   constexpr Input kOfJ1939[] = {Input::Message, Input::Pgn, Input::Source, Input::Destination,
@@ -26,7 +21,7 @@ bool NeedsJ1939(const std::optional<CExpression>& formula) {
 
 bool NeedsJ1939(const MessageRule& message) {
   return std::any_of(message.match.begin(), message.match.end(),
-                     [](const MatchTerm& term) { return NeedsJ1939(term); }) ||
+                     [](const MatchTerm& term) { return IsOfJ1939(term.part); }) ||
          std::any_of(message.columns.begin(), message.columns.end(), [](const ColumnRule& column) {
            return NeedsJ1939(column.raw) || NeedsJ1939(column.formula);
          });

@@ -148,7 +148,7 @@ Sentinels HighestByte(double below) {
 }  // namespace
 
 Sentinels J1939Sentinels(int bits) {
-  if (bits == 8 || bits == 16 || bits == 32) {
+  if (bits % 8 == 0) {
     return HighestByte(std::exp2(bits - 8));
   }
   const double highest = std::exp2(bits) - 1;

@@ -32,6 +32,7 @@ TEST(ProfileSentinels, AreThoseOfTheFieldsWidth) {
       {"J1939BitsVal(message, 6, 8, 8)", {255, 255}, {254, 254}},
       {"J1939BitsVal(message, 7, 8, 12)", {4095, 4095}, {4094, 4094}},
       {"J1939BitsVal(message, 7, 8, 16)", {0xFF00, 0xFFFF}, {0xFE00, 0xFEFF}},
+      {"J1939BitsVal(message, 8, 8, 24)", {0xFF0000, 0xFFFFFF}, {0xFE0000, 0xFEFFFF}},
       {"J1939BitsVal(message, 8, 8, 31)", {2147483647, 2147483647}, {2147483646, 2147483646}},
   };
   for (const auto& row : rows) {
