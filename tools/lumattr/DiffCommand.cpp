@@ -1,6 +1,7 @@
 // lumattr diff: which attributes changed, were added or were removed between two files.
 #include <algorithm>
 #include <memory>
+#include <utility>
 
 #include "catalogue/AttributeNames.h"
 #include "decoding/NearMiss.h"

@@ -6,27 +6,36 @@
 namespace lum::tool {
 
 struct CJson::Node {
+  explicit Node(nlohmann::ordered_json value) : json(std::move(value)) {}
+
   nlohmann::ordered_json json;
 };
 
-CJson::CJson(Node node) : m_node(std::make_unique<Node>(std::move(node))) {}
-CJson::CJson() : CJson(Node()) {}
-CJson::CJson(bool value) : CJson(Node{value}) {}
-CJson::CJson(int number) : CJson(Node{number}) {}
-CJson::CJson(unsigned int number) : CJson(Node{number}) {}
-CJson::CJson(std::uint64_t number) : CJson(Node{number}) {}
-CJson::CJson(double number) : CJson(Node{number}) {}
-CJson::CJson(const char* text) : CJson(Node{text}) {}
-CJson::CJson(std::string_view text) : CJson(Node{text}) {}
-CJson::CJson(std::string text) : CJson(Node{std::move(text)}) {}
-CJson::CJson(const std::vector<std::string>& texts) : CJson(Node{texts}) {}
+CJson::CJson() : m_node(std::make_unique<Node>(nullptr)) {}
+CJson::CJson(bool value) : m_node(std::make_unique<Node>(value)) {}
+CJson::CJson(int number) : m_node(std::make_unique<Node>(number)) {}
+CJson::CJson(unsigned int number) : m_node(std::make_unique<Node>(number)) {}
+CJson::CJson(std::uint64_t number) : m_node(std::make_unique<Node>(number)) {}
+CJson::CJson(double number) : m_node(std::make_unique<Node>(number)) {}
+CJson::CJson(const char* text) : m_node(std::make_unique<Node>(text)) {}
+CJson::CJson(std::string_view text) : m_node(std::make_unique<Node>(text)) {}
+CJson::CJson(std::string text) : m_node(std::make_unique<Node>(std::move(text))) {}
+CJson::CJson(const std::vector<std::string>& texts) : m_node(std::make_unique<Node>(texts)) {}
 CJson::CJson(CJson&& other) noexcept = default;
 CJson& CJson::operator=(CJson&& other) noexcept = default;
 CJson::~CJson() = default;
 
-CJson CJson::Object() { return CJson(Node{nlohmann::ordered_json::object()}); }
+CJson CJson::Object() {
+  CJson json;
+  json.m_node->json = nlohmann::ordered_json::object();
+  return json;
+}
 
-CJson CJson::Array() { return CJson(Node{nlohmann::ordered_json::array()}); }
+CJson CJson::Array() {
+  CJson json;
+  json.m_node->json = nlohmann::ordered_json::array();
+  return json;
+}
 
 void CJson::Set(std::string_view name, CJson value) {
   m_node->json[std::string(name)] = std::move(value.m_node->json);

@@ -48,8 +48,6 @@ class CJson {
   /// The library's own value.
   struct Node;
 
-  explicit CJson(Node node);
-
   std::unique_ptr<Node> m_node;
 };
 
