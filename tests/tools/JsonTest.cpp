@@ -5,8 +5,11 @@
 
 #include <cstdint>
 #include <exception>
+#include <initializer_list>
 #include <limits>
+#include <string>
 #include <utility>
+#include <vector>
 
 namespace lum::tool {
 namespace {
