@@ -1,7 +1,6 @@
 // lumattr check: names every place of a file that readers skip or misread in silence.
 #include <algorithm>
 #include <cstddef>
-#include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
@@ -12,6 +11,7 @@
 #include "tools/lumattr/DefinitionRules.h"
 #include "tools/lumattr/Definitions.h"
 #include "tools/lumattr/Finding.h"
+#include "tools/lumattr/Json.h"
 #include "tools/lumattr/Text.h"
 
 namespace lum::tool {
@@ -85,16 +85,16 @@ void PrintFinding(const std::string& path, const CFinding& finding, ToolContext&
   context.out << '\n';
 }
 
-nlohmann::ordered_json ToJson(const std::string& path, const CFinding& finding) {
-  nlohmann::ordered_json json;
-  json["file"] = ToUtf8(FromUtf8(path));
-  json["line"] = finding.line;
-  json["column"] = finding.column;
-  json["rule"] = CheckRuleName(finding.rule);
-  json["found"] = finding.found;
-  json["expected"] = finding.expected;
+CJson ToJson(const std::string& path, const CFinding& finding) {
+  CJson json;
+  json.Set("file", ToUtf8(FromUtf8(path)));
+  json.Set("line", finding.line);
+  json.Set("column", finding.column);
+  json.Set("rule", CheckRuleName(finding.rule));
+  json.Set("found", finding.found);
+  json.Set("expected", finding.expected);
   if (!finding.suggestion.empty()) {
-    json["suggestion"] = finding.suggestion;
+    json.Set("suggestion", finding.suggestion);
   }
   return json;
 }
@@ -112,7 +112,7 @@ class CCheckRun {
       RunFile(path);
     }
     if (m_options.json) {
-      m_context.out << SafeJson(m_json.dump(2)) << '\n';
+      m_context.out << SafeJson(m_json.IndentedText()) << '\n';
     }
   }
 
@@ -132,7 +132,7 @@ class CCheckRun {
     const std::vector<CFinding> kept = findings.TakeSorted();
     for (const CFinding& finding : kept) {
       if (m_options.json) {
-        m_json.push_back(ToJson(path, finding));
+        m_json.Add(ToJson(path, finding));
       } else {
         PrintFinding(path, finding, m_context);
       }
@@ -149,20 +149,28 @@ class CCheckRun {
   const CheckOptions& m_options;
   ToolContext& m_context;
   CAttribDefMap* m_definitions = nullptr;
-  nlohmann::ordered_json m_json = nlohmann::ordered_json::array();
+  CJson m_json = CJson::Array();
 };
 
+CJson ToJson(const CCheckRule& rule) {
+  CJson json;
+  json.Set("rule", rule.name);
+  json.Set("files", rule.files);
+  json.Set("meaning", rule.meaning);
+  return json;
+}
+
 void ListRules(const CheckOptions& options, ToolContext& context) {
-  nlohmann::ordered_json json = nlohmann::ordered_json::array();
+  CJson json = CJson::Array();
   for (const CCheckRule& rule : CheckRules()) {
     if (options.json) {
-      json.push_back({{"rule", rule.name}, {"files", rule.files}, {"meaning", rule.meaning}});
+      json.Add(ToJson(rule));
     } else {
       context.out << rule.name << " (" << rule.files << "): " << rule.meaning << '\n';
     }
   }
   if (options.json) {
-    context.out << json.dump(2) << '\n';
+    context.out << json.IndentedText() << '\n';
   }
 }
 

@@ -1,13 +1,14 @@
 #include "tools/lumattr/DecodeStatistics.h"
 
 #include <algorithm>
-#include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "decoding/NumberText.h"
 #include "tools/lumattr/Columns.h"
 #include "tools/lumattr/Csv.h"
+#include "tools/lumattr/Json.h"
 #include "tools/lumattr/Text.h"
 
 namespace lum::tool {
@@ -18,7 +19,6 @@ using decoding::CellReason;
 using decoding::ColumnRule;
 using decoding::MessageRule;
 using decoding::Profile;
-using Json = nlohmann::ordered_json;
 
 std::uint64_t NotAvailable(const CColumnStatistics& column) {
   return column.Count(CellReason::EmptyInput) + column.Count(CellReason::NotAvailableNumber);
@@ -58,23 +58,23 @@ TableRow Line(const MessageRule& message, const ColumnRule& rule, const CColumnS
           std::to_string(Undecodable(column))};
 }
 
-Json ColumnJson(const ColumnRule& rule, const CColumnStatistics& column) {
+CJson ColumnJson(const ColumnRule& rule, const CColumnStatistics& column) {
   const bool hasValues = column.Count() > 0;
-  Json json;
-  json["column"] = JsonText(rule.name);
-  json["unit"] = JsonText(rule.unit);
-  json["count"] = column.Count();
-  json["minimum"] = hasValues ? Json(column.Minimum()) : Json(nullptr);
-  json["maximum"] = hasValues ? Json(column.Maximum()) : Json(nullptr);
-  json["mean"] = hasValues ? Json(column.Mean()) : Json(nullptr);
-  Json absent = Json::object();
+  CJson json;
+  json.Set("column", JsonText(rule.name));
+  json.Set("unit", JsonText(rule.unit));
+  json.Set("count", column.Count());
+  json.Set("minimum", hasValues ? CJson(column.Minimum()) : CJson());
+  json.Set("maximum", hasValues ? CJson(column.Maximum()) : CJson());
+  json.Set("mean", hasValues ? CJson(column.Mean()) : CJson());
+  CJson absent = CJson::Object();
   for (std::size_t i = 1; i < decoding::kCellReasonCount; ++i) {
     const auto reason = static_cast<CellReason>(i);
     if (column.Count(reason) > 0) {
-      absent[CellReasonName(reason)] = column.Count(reason);
+      absent.Set(CellReasonName(reason), column.Count(reason));
     }
   }
-  json["absent"] = absent;
+  json.Set("absent", std::move(absent));
   return json;
 }
 
@@ -95,17 +95,20 @@ void CDecodeStatistics::Add(const decoding::Row& row) {
 }
 
 void CDecodeStatistics::PrintJson(ToolContext& context) const {
-  Json json = Json::array();
+  CJson json = CJson::Array();
   for (std::size_t i = 0; i < m_messages.size(); ++i) {
     const MessageRule& rule = m_profile.messages[i];
-    Json columns = Json::array();
+    CJson columns = CJson::Array();
     for (std::size_t j = 0; j < rule.columns.size(); ++j) {
-      columns.push_back(ColumnJson(rule.columns[j], m_messages[i].columns[j]));
+      columns.Add(ColumnJson(rule.columns[j], m_messages[i].columns[j]));
     }
-    json.push_back(
-        {{"message", JsonText(rule.name)}, {"rows", m_messages[i].rows}, {"columns", columns}});
+    CJson message;
+    message.Set("message", JsonText(rule.name));
+    message.Set("rows", m_messages[i].rows);
+    message.Set("columns", std::move(columns));
+    json.Add(std::move(message));
   }
-  context.out << SafeJson(json.dump(2)) << '\n';
+  context.out << SafeJson(json.IndentedText()) << '\n';
 }
 
 void CDecodeStatistics::Print(RowFormat format, ToolContext& context) const {

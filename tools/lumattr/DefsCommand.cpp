@@ -1,7 +1,6 @@
 // lumattr defs: shows the definitions of a definition file.
 #include <charconv>
 #include <memory>
-#include <nlohmann/json.hpp>
 #include <optional>
 
 #include "decoding/NearMiss.h"
@@ -9,13 +8,12 @@
 #include "tools/lumattr/Columns.h"
 #include "tools/lumattr/Commands.h"
 #include "tools/lumattr/Definitions.h"
+#include "tools/lumattr/Json.h"
 #include "tools/lumattr/KindText.h"
 #include "tools/lumattr/Text.h"
 
 namespace lum::tool {
 namespace {
-
-using Json = nlohmann::ordered_json;
 
 struct DefsOptions {
   DefinitionOptions definitions;
@@ -56,18 +54,18 @@ CString ControlText(const CAttribDefRec& definition) {
 
 int KindCode(const CAttribDefRec& definition) { return static_cast<int>(definition.Type()); }
 
-Json DefinitionJson(const CAttribDefRec& definition) {
+CJson DefinitionJson(const CAttribDefRec& definition) {
   const std::optional<CString> defaultText = DefaultText(definition);
-  Json json;
-  json["mnemonic"] = ToUtf8(definition.Mnemonic());
-  json["id"] = definition.Id();
-  json["displayName"] = ToUtf8(ShownName(definition));
-  json["type"] = KindCode(definition);
-  json["kind"] = KindName(KindCode(definition));
-  json["control"] = static_cast<int>(definition.ControlType());
-  json["bitmap"] = ToUtf8(definition.BitmapFile());
-  json["default"] = defaultText ? Json(ToUtf8(*defaultText)) : Json(nullptr);
-  json["controlAttributes"] = ToUtf8(ControlText(definition));
+  CJson json;
+  json.Set("mnemonic", ToUtf8(definition.Mnemonic()));
+  json.Set("id", definition.Id());
+  json.Set("displayName", ToUtf8(ShownName(definition)));
+  json.Set("type", KindCode(definition));
+  json.Set("kind", KindName(KindCode(definition)));
+  json.Set("control", static_cast<int>(definition.ControlType()));
+  json.Set("bitmap", ToUtf8(definition.BitmapFile()));
+  json.Set("default", defaultText ? CJson(ToUtf8(*defaultText)) : CJson());
+  json.Set("controlAttributes", ToUtf8(ControlText(definition)));
   return json;
 }
 
@@ -81,16 +79,16 @@ TableRow DefinitionRow(const CAttribDefRec& definition) {
 
 void PrintAll(const DefsOptions& options, ToolContext& context) {
   std::vector<TableRow> rows;
-  Json list = Json::array();
+  CJson list = CJson::Array();
   for (int i = 0; i < Table().Count(); ++i) {
     if (options.json) {
-      list.push_back(DefinitionJson(Table()[i]));
+      list.Add(DefinitionJson(Table()[i]));
     } else {
       rows.push_back(DefinitionRow(Table()[i]));
     }
   }
   if (options.json) {
-    context.out << SafeJson(list.dump(2)) << '\n';
+    context.out << SafeJson(list.IndentedText()) << '\n';
   } else {
     PrintTable(context, {"ID", "MNEMONIC", "KIND", "DEFAULT", "DISPLAY NAME"}, rows);
   }
@@ -150,7 +148,7 @@ void Run(const DefsOptions& options, bool hasWanted, ToolContext& context) {
   }
   const CAttribDefRec& definition = Find(options.wanted);
   if (options.json) {
-    context.out << SafeJson(DefinitionJson(definition).dump(2)) << '\n';
+    context.out << SafeJson(DefinitionJson(definition).IndentedText()) << '\n';
   } else {
     PrintOne(definition, context);
   }

@@ -1,13 +1,14 @@
 // lumattr diff: which attributes changed, were added or were removed between two files.
 #include <algorithm>
 #include <memory>
-#include <nlohmann/json.hpp>
+#include <utility>
 
 #include "catalogue/AttributeNames.h"
 #include "decoding/NearMiss.h"
 #include "tools/lumattr/Commands.h"
 #include "tools/lumattr/Definitions.h"
 #include "tools/lumattr/FlagNames.h"
+#include "tools/lumattr/Json.h"
 #include "tools/lumattr/SectionItems.h"
 #include "tools/lumattr/Text.h"
 #include "tools/lumattr/TreeDifference.h"
@@ -94,7 +95,7 @@ class CDiffRun {
       CompareSection(section);
     }
     if (m_options.json) {
-      m_context.out << SafeJson(m_json.dump(2)) << '\n';
+      m_context.out << SafeJson(m_json.IndentedText()) << '\n';
     }
   }
 
@@ -170,30 +171,30 @@ class CDiffRun {
   }
 
   void AddJson(const CString& section, const TreeDifference& difference) {
-    nlohmann::ordered_json json;
-    json["section"] = ToUtf8(section);
-    json["path"] = ToUtf8(ToCString(difference.path));
-    json["change"] = FormOf(difference.change).name;
+    CJson json;
+    json.Set("section", ToUtf8(section));
+    json.Set("path", ToUtf8(ToCString(difference.path)));
+    json.Set("change", FormOf(difference.change).name);
     if (difference.change != Change::Added) {
       AddSide(json, "old", "oldFlags", difference.oldValue, difference.oldFlags);
     }
     if (difference.change != Change::Removed) {
       AddSide(json, "new", "newFlags", difference.newValue, difference.newFlags);
     }
-    m_json.push_back(std::move(json));
+    m_json.Add(std::move(json));
   }
 
-  static void AddSide(nlohmann::ordered_json& json, const char* valueName, const char* flagsName,
+  static void AddSide(CJson& json, const char* valueName, const char* flagsName,
                       const std::optional<CString>& value, unsigned int flags) {
-    json[valueName] = value ? nlohmann::ordered_json(ToUtf8(*value)) : nullptr;
-    json[flagsName] = flags;
+    json.Set(valueName, value ? CJson(ToUtf8(*value)) : CJson());
+    json.Set(flagsName, flags);
   }
 
   const DiffOptions& m_options;
   ToolContext& m_context;
   FileObject m_a;
   FileObject m_b;
-  nlohmann::ordered_json m_json = nlohmann::ordered_json::array();
+  CJson m_json = CJson::Array();
 };
 
 void RunDiff(const DiffOptions& options, ToolContext& context) {

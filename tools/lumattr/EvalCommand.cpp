@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
-#include <nlohmann/json.hpp>
 #include <span>
 #include <utility>
 
@@ -11,12 +10,12 @@
 #include "tools/lumattr/Columns.h"
 #include "tools/lumattr/Commands.h"
 #include "tools/lumattr/EvalArguments.h"
+#include "tools/lumattr/Json.h"
 #include "values/LumType.h"
 
 namespace lum::tool {
 namespace {
 
-using Json = nlohmann::ordered_json;
 using decoding::ArgumentForm;
 using decoding::ArgumentsText;
 using decoding::NumberText;
@@ -59,30 +58,33 @@ std::string_view FormName(ArgumentForm form) {
   }
 }
 
-Json OperationJson(const Operation& operation) {
-  Json arguments = Json::array();
+CJson OperationJson(const Operation& operation) {
+  CJson arguments = CJson::Array();
   for (const OperationArgument& argument : operation.Arguments()) {
-    arguments.push_back({{"name", argument.name}, {"form", FormName(argument.form)}});
+    CJson entry;
+    entry.Set("name", argument.name);
+    entry.Set("form", FormName(argument.form));
+    arguments.Add(std::move(entry));
   }
-  Json json;
-  json["operation"] = operation.name;
-  json["arguments"] = arguments;
-  json["lenient"] = operation.takesLenient;
-  json["supported"] = operation.isSupported;
-  json["result"] = operation.result;
+  CJson json;
+  json.Set("operation", operation.name);
+  json.Set("arguments", std::move(arguments));
+  json.Set("lenient", operation.takesLenient);
+  json.Set("supported", operation.isSupported);
+  json.Set("result", operation.result);
   return json;
 }
 
 void ListOperations(const EvalOptions& options, ToolContext& context) {
-  Json json = Json::array();
+  CJson json = CJson::Array();
   std::vector<TableRow> rows;
   for (const Operation& operation : Operations()) {
-    json.push_back(OperationJson(operation));
+    json.Add(OperationJson(operation));
     rows.push_back({std::string(operation.name), ArgumentsText(operation),
                     operation.takesLenient ? "yes" : "", std::string(operation.result)});
   }
   if (options.json) {
-    context.out << json.dump(2) << '\n';
+    context.out << json.IndentedText() << '\n';
   } else {
     PrintTable(context, {"OPERATION", "ARGUMENTS", "LENIENT", "RESULT"}, rows);
   }
@@ -124,17 +126,17 @@ std::string NumbersText(const std::vector<double>& numbers) {
   return text;
 }
 
-Json NumberJson(double number) {
-  return std::isfinite(number) ? Json(number) : Json(NumberText(number));
+CJson NumberJson(double number) {
+  return std::isfinite(number) ? CJson(number) : CJson(NumberText(number));
 }
 
-Json NumbersJson(const std::vector<double>& numbers) {
+CJson NumbersJson(const std::vector<double>& numbers) {
   if (numbers.size() == 1) {
     return NumberJson(numbers.front());
   }
-  Json json = Json::array();
+  CJson json = CJson::Array();
   for (const double number : numbers) {
-    json.push_back(NumberJson(number));
+    json.Add(NumberJson(number));
   }
   return json;
 }
@@ -197,13 +199,13 @@ bool IsSetAllTheSame(const Task& task, const Outcome& outcome) {
 }
 
 void PrintJson(const Task& task, const Outcome& outcome, ToolContext& context) {
-  Json json;
-  json["operation"] = task.operation.name;
-  json["code"] = outcome.code;
-  json["result"] = outcome.code != 0 ? NumbersJson(outcome.held) : Json(nullptr);
-  json["holds"] = NumbersJson(outcome.held);
-  json["clamped"] = outcome.clamped.empty() ? Json(nullptr) : NumbersJson(outcome.clamped);
-  context.out << json.dump() << '\n';
+  CJson json;
+  json.Set("operation", task.operation.name);
+  json.Set("code", outcome.code);
+  json.Set("result", outcome.code != 0 ? NumbersJson(outcome.held) : CJson());
+  json.Set("holds", NumbersJson(outcome.held));
+  json.Set("clamped", outcome.clamped.empty() ? CJson() : NumbersJson(outcome.clamped));
+  context.out << json.Text() << '\n';
 }
 
 std::string NoValueMessage(const Task& task, const Outcome& outcome) {

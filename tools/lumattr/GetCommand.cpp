@@ -1,10 +1,10 @@
 // lumattr get: prints the value of one attribute.
 #include <memory>
-#include <nlohmann/json.hpp>
 
 #include "tools/lumattr/AttributeLookup.h"
 #include "tools/lumattr/Commands.h"
 #include "tools/lumattr/FlagNames.h"
+#include "tools/lumattr/Json.h"
 #include "tools/lumattr/KindText.h"
 #include "tools/lumattr/Text.h"
 
@@ -27,14 +27,14 @@ constexpr const char* kFooter =
 void PrintJson(const LoadedSection& loaded, const SectionItem& item, ToolContext& context) {
   const CString& name = loaded.path.back().name;
   const std::optional<CString> displayName = DisplayName(name);
-  nlohmann::ordered_json json;
-  json["path"] = ToUtf8(FormatPath(loaded.path));
-  json["kind"] = KindName(KindOfName(name));
-  json["flags"] = item.flags;
-  json["flagNames"] = FlagNames(item.flags);
-  json["value"] = ToUtf8(item.value);
-  json["displayName"] = displayName ? nlohmann::ordered_json(ToUtf8(*displayName)) : nullptr;
-  context.out << SafeJson(json.dump()) << '\n';
+  CJson json;
+  json.Set("path", ToUtf8(FormatPath(loaded.path)));
+  json.Set("kind", KindName(KindOfName(name)));
+  json.Set("flags", item.flags);
+  json.Set("flagNames", FlagNames(item.flags));
+  json.Set("value", ToUtf8(item.value));
+  json.Set("displayName", displayName ? CJson(ToUtf8(*displayName)) : CJson());
+  context.out << SafeJson(json.Text()) << '\n';
 }
 
 void Run(const GetOptions& options, ToolContext& context) {

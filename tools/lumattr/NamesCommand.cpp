@@ -1,12 +1,13 @@
 // lumattr names: searches the catalogue of attribute names.
 #include <memory>
-#include <nlohmann/json.hpp>
+#include <utility>
 
 #include "catalogue/AttributeNames.h"
 #include "decoding/Glob.h"
 #include "decoding/NearMiss.h"
 #include "tools/lumattr/Columns.h"
 #include "tools/lumattr/Commands.h"
+#include "tools/lumattr/Json.h"
 #include "tools/lumattr/Text.h"
 
 namespace lum::tool {
@@ -47,14 +48,14 @@ std::vector<AttributeName> Matches(const CString& pattern) {
 }
 
 void PrintJson(const std::vector<AttributeName>& names, ToolContext& context) {
-  nlohmann::ordered_json list = nlohmann::ordered_json::array();
+  CJson list = CJson::Array();
   for (const AttributeName& name : names) {
-    nlohmann::ordered_json entry;
-    entry["constant"] = ToUtf8(name.constant);
-    entry["mnemonic"] = ToUtf8(name.mnemonic);
-    list.push_back(entry);
+    CJson entry;
+    entry.Set("constant", ToUtf8(name.constant));
+    entry.Set("mnemonic", ToUtf8(name.mnemonic));
+    list.Add(std::move(entry));
   }
-  context.out << list.dump(2) << '\n';
+  context.out << list.IndentedText() << '\n';
 }
 
 void PrintNames(const std::vector<AttributeName>& names, ToolContext& context) {

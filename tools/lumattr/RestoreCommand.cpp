@@ -4,7 +4,6 @@
 #include <filesystem>
 #include <map>
 #include <memory>
-#include <nlohmann/json.hpp>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -13,6 +12,7 @@
 #include "tools/lumattr/Columns.h"
 #include "tools/lumattr/Commands.h"
 #include "tools/lumattr/ConfigFile.h"
+#include "tools/lumattr/Json.h"
 #include "tools/lumattr/Text.h"
 
 namespace lum::tool {
@@ -120,22 +120,21 @@ std::vector<VersionInfo> DescribeAll(const std::string& path,
 
 void PrintJson(const std::string& file, const std::vector<VersionInfo>& infos,
                ToolContext& context) {
-  nlohmann::ordered_json list = nlohmann::ordered_json::array();
+  CJson list = CJson::Array();
   for (const VersionInfo& info : infos) {
-    nlohmann::ordered_json entry;
-    entry["version"] = info.version.number;
-    entry["path"] = ToUtf8(info.version.path);
-    entry["saved"] = info.time;
-    entry["bytes"] = info.size;
-    if (info.differences.empty()) {
-      entry["differences"] = nullptr;
-    } else {
-      entry["differences"] = std::stoi(info.differences);
-    }
-    list.push_back(std::move(entry));
+    CJson entry;
+    entry.Set("version", info.version.number);
+    entry.Set("path", ToUtf8(info.version.path));
+    entry.Set("saved", info.time);
+    entry.Set("bytes", info.size);
+    entry.Set("differences",
+              info.differences.empty() ? CJson() : CJson(std::stoi(info.differences)));
+    list.Add(std::move(entry));
   }
-  context.out << nlohmann::ordered_json{{"file", ToUtf8(FromUtf8(file))}, {"versions", list}}.dump()
-              << '\n';
+  CJson json;
+  json.Set("file", ToUtf8(FromUtf8(file)));
+  json.Set("versions", std::move(list));
+  context.out << json.Text() << '\n';
 }
 
 void PrintText(const RestoreOptions& options, const std::vector<VersionInfo>& infos,

@@ -2,13 +2,13 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <nlohmann/json.hpp>
 #include <optional>
 #include <utility>
 #include <vector>
 
 #include "decoding/NumberText.h"
 #include "tools/lumattr/Csv.h"
+#include "tools/lumattr/Json.h"
 #include "tools/lumattr/RowColumns.h"
 #include "tools/lumattr/RowText.h"
 #include "tools/lumattr/Text.h"
@@ -28,7 +28,7 @@ using decoding::Row;
 constexpr int kTimeDigits = 6;
 
 std::string JsonText(const std::string& text) {
-  return SafeJson(nlohmann::json(ToUtf8(FromUtf8(text))).dump());
+  return SafeJson(CJson(ToUtf8(FromUtf8(text))).Text());
 }
 
 // ---- CSV by RFC 4180: a cell without a value is empty

@@ -1,12 +1,13 @@
 // lumattr show: the sections of a file, or the tree of one.
 #include <memory>
-#include <nlohmann/json.hpp>
+#include <utility>
 
 #include "tools/lumattr/Columns.h"
 #include "tools/lumattr/Commands.h"
 #include "tools/lumattr/ConfigFile.h"
 #include "tools/lumattr/Csv.h"
 #include "tools/lumattr/Definitions.h"
+#include "tools/lumattr/Json.h"
 #include "tools/lumattr/ShowTree.h"
 #include "tools/lumattr/Text.h"
 
@@ -70,26 +71,26 @@ void PrintSummaryCsv(const std::vector<SectionSummary>& summaries, ToolContext& 
   }
 }
 
-nlohmann::ordered_json SummaryJson(const SectionSummary& summary) {
-  nlohmann::ordered_json json;
-  json["section"] = ToUtf8(summary.name);
-  json["version"] = summary.version;
-  json["attributes"] = summary.attributes;
-  json["otherItems"] = summary.otherItems;
-  json["unreadable"] = summary.unreadable;
+CJson SummaryJson(const SectionSummary& summary) {
+  CJson json;
+  json.Set("section", ToUtf8(summary.name));
+  json.Set("version", summary.version);
+  json.Set("attributes", summary.attributes);
+  json.Set("otherItems", summary.otherItems);
+  json.Set("unreadable", summary.unreadable);
   return json;
 }
 
 void PrintSummaryJson(const std::vector<SectionSummary>& summaries, const std::string& file,
                       ToolContext& context) {
-  nlohmann::ordered_json sections = nlohmann::ordered_json::array();
+  CJson sections = CJson::Array();
   for (const SectionSummary& summary : summaries) {
-    sections.push_back(SummaryJson(summary));
+    sections.Add(SummaryJson(summary));
   }
-  nlohmann::ordered_json json;
-  json["file"] = ToUtf8(FromUtf8(file));
-  json["sections"] = sections;
-  context.out << SafeJson(json.dump(2)) << '\n';
+  CJson json;
+  json.Set("file", ToUtf8(FromUtf8(file)));
+  json.Set("sections", std::move(sections));
+  context.out << SafeJson(json.IndentedText()) << '\n';
 }
 
 void ShowOverview(const FileObject& file, const ShowOptions& options, ToolContext& context) {

@@ -1,21 +1,19 @@
 #include "tools/lumattr/ShowTree.h"
 
 #include <algorithm>
-#include <nlohmann/json.hpp>
 #include <optional>
 
 #include "tools/lumattr/Columns.h"
 #include "tools/lumattr/Csv.h"
 #include "tools/lumattr/Definitions.h"
 #include "tools/lumattr/FlagNames.h"
+#include "tools/lumattr/Json.h"
 #include "tools/lumattr/KindText.h"
 #include "tools/lumattr/Text.h"
 #include "tools/lumattr/TreeWalk.h"
 
 namespace lum::tool {
 namespace {
-
-using Json = nlohmann::ordered_json;
 
 /// What is shown of a node.
 struct ShownNode {
@@ -43,10 +41,7 @@ std::optional<std::string> ShownPath(const CTreeWalk& walk) {
   return ToUtf8(ToCString(walk.Path()));
 }
 
-template <typename Text>
-Json JsonOrNull(const std::optional<Text>& text) {
-  return text ? Json(*text) : Json(nullptr);
-}
+CJson JsonOrNull(const std::optional<std::string>& text) { return text ? CJson(*text) : CJson(); }
 
 std::optional<std::string> Utf8(const std::optional<CString>& text) {
   return text ? std::optional(ToUtf8(*text)) : std::nullopt;
@@ -96,28 +91,28 @@ void PrintOtherItems(const ShownSection& shown, ToolContext& context) {
 
 // ---- JSON
 
-Json NodeJson(const CTreeWalk& walk) {
+CJson NodeJson(const CTreeWalk& walk) {
   const ShownNode shown = Describe(walk);
-  Json json;
-  json["path"] = JsonOrNull(ShownPath(walk));
-  json["name"] = ToUtf8(walk.Node().Mnemonic());
-  json["occurrence"] = walk.Occurrence();
-  json["depth"] = walk.Depth();
-  json["kind"] = shown.kind;
-  json["flags"] = walk.Node().Flags();
-  json["flagNames"] = FlagNames(walk.Node().Flags());
-  json["value"] = JsonOrNull(Utf8(shown.value));
-  json["readable"] = shown.readable;
-  json["displayName"] = JsonOrNull(Utf8(shown.displayName));
-  json["children"] = walk.Node().Count();
+  CJson json;
+  json.Set("path", JsonOrNull(ShownPath(walk)));
+  json.Set("name", ToUtf8(walk.Node().Mnemonic()));
+  json.Set("occurrence", walk.Occurrence());
+  json.Set("depth", walk.Depth());
+  json.Set("kind", shown.kind);
+  json.Set("flags", walk.Node().Flags());
+  json.Set("flagNames", FlagNames(walk.Node().Flags()));
+  json.Set("value", JsonOrNull(Utf8(shown.value)));
+  json.Set("readable", shown.readable);
+  json.Set("displayName", JsonOrNull(Utf8(shown.displayName)));
+  json.Set("children", walk.Node().Count());
   return json;
 }
 
-Json ItemJson(const SectionItem& item) {
-  Json json;
-  json["key"] = ToUtf8(item.key);
-  json["text"] = ToUtf8(item.text);
-  json["problem"] = item.problem.empty() ? Json(nullptr) : Json(item.problem);
+CJson ItemJson(const SectionItem& item) {
+  CJson json;
+  json.Set("key", ToUtf8(item.key));
+  json.Set("text", ToUtf8(item.text));
+  json.Set("problem", item.problem.empty() ? CJson() : CJson(item.problem));
   return json;
 }
 
@@ -125,10 +120,10 @@ Json ItemJson(const SectionItem& item) {
 class CJsonLines {
  public:
   CJsonLines(ToolContext& context, const char* name) : m_context(context) {
-    m_context.out << Json(name).dump() << ": [";
+    m_context.out << CJson(name).Text() << ": [";
   }
-  void Add(const Json& element) {
-    m_context.out << (m_first ? "\n" : ",\n") << SafeJson(element.dump());
+  void Add(const CJson& element) {
+    m_context.out << (m_first ? "\n" : ",\n") << SafeJson(element.Text());
     m_first = false;
   }
   void End() { m_context.out << (m_first ? "]" : "\n]"); }
@@ -173,8 +168,8 @@ void PrintTreeTable(const ShownSection& shown, ToolContext& context) {
 }
 
 void PrintTreeJson(const ShownSection& shown, ToolContext& context) {
-  context.out << "{\"file\": " << SafeJson(Json(ToUtf8(FromUtf8(shown.file))).dump())
-              << ",\n\"section\": " << SafeJson(Json(ToUtf8(shown.section)).dump())
+  context.out << "{\"file\": " << SafeJson(CJson(ToUtf8(FromUtf8(shown.file))).Text())
+              << ",\n\"section\": " << SafeJson(CJson(ToUtf8(shown.section)).Text())
               << ",\n\"version\": " << shown.items.version << ",\n";
   CJsonLines attributes(context, "attributes");
   for (CTreeWalk walk(shown.tree.typed, shown.tree.stored); walk.Next();) {

@@ -1,0 +1,50 @@
+#include "tools/lumattr/Json.h"
+
+#include <nlohmann/json.hpp>
+#include <utility>
+
+namespace lum::tool {
+
+struct CJson::Node {
+  explicit Node(nlohmann::ordered_json value) : json(std::move(value)) {}
+
+  nlohmann::ordered_json json;
+};
+
+CJson::CJson() : m_node(std::make_unique<Node>(nullptr)) {}
+CJson::CJson(bool value) : m_node(std::make_unique<Node>(value)) {}
+CJson::CJson(int number) : m_node(std::make_unique<Node>(number)) {}
+CJson::CJson(unsigned int number) : m_node(std::make_unique<Node>(number)) {}
+CJson::CJson(std::uint64_t number) : m_node(std::make_unique<Node>(number)) {}
+CJson::CJson(double number) : m_node(std::make_unique<Node>(number)) {}
+CJson::CJson(const char* text) : m_node(std::make_unique<Node>(text)) {}
+CJson::CJson(std::string_view text) : m_node(std::make_unique<Node>(text)) {}
+CJson::CJson(std::string text) : m_node(std::make_unique<Node>(std::move(text))) {}
+CJson::CJson(const std::vector<std::string>& texts) : m_node(std::make_unique<Node>(texts)) {}
+CJson::CJson(CJson&& other) noexcept = default;
+CJson& CJson::operator=(CJson&& other) noexcept = default;
+CJson::~CJson() = default;
+
+CJson CJson::Object() {
+  CJson json;
+  json.m_node->json = nlohmann::ordered_json::object();
+  return json;
+}
+
+CJson CJson::Array() {
+  CJson json;
+  json.m_node->json = nlohmann::ordered_json::array();
+  return json;
+}
+
+void CJson::Set(std::string_view name, CJson value) {
+  m_node->json[std::string(name)] = std::move(value.m_node->json);
+}
+
+void CJson::Add(CJson value) { m_node->json.push_back(std::move(value.m_node->json)); }
+
+std::string CJson::Text() const { return m_node->json.dump(); }
+
+std::string CJson::IndentedText() const { return m_node->json.dump(2); }
+
+}  // namespace lum::tool
