@@ -57,14 +57,15 @@ TEST(Json, PrintsDoublesThatAreNotFiniteAsNull) {
                {std::numeric_limits<double>::quiet_NaN(), "null"}});
 }
 
-TEST(Json, EscapesInTextsWhatJsonMustAndNothingElse) {
+TEST(Json, EscapesInTextsWhatJsonOrATerminalMustNotHave) {
   using std::string_literals::operator""s;
   ExpectTexts({{"", R"("")"},
                {"plain / text", R"("plain / text")"},
                {"\"\\", R"("\"\\")"},
                {"\b\f\n\r\t", R"("\b\f\n\r\t")"},
                {"a\0b\x1b"s, R"("a\u0000b\u001b")"},
-               {"\x7f\xc2\x9b", "\"\x7f\xc2\x9b\""},
+               {"\x7f\xc2\x80\xc2\x9b\xc2\x9f", R"("\u007f\u0080\u009b\u009f")"},
+               {"\x7e\xc2\xa0\xe2\x9b\xb5", "\"\x7e\xc2\xa0\xe2\x9b\xb5\""},
                {"H\xc3\xb6he \xf0\x9f\x8c\x8a", "\"H\xc3\xb6he \xf0\x9f\x8c\x8a\""}});
 }
 

@@ -112,7 +112,7 @@ class CCheckRun {
       RunFile(path);
     }
     if (m_options.json) {
-      m_context.out << SafeJson(m_json.IndentedText()) << '\n';
+      m_context.out << m_json.IndentedText() << '\n';
     }
   }
 

@@ -108,7 +108,7 @@ void CDecodeStatistics::PrintJson(ToolContext& context) const {
     message.Set("columns", std::move(columns));
     json.Add(std::move(message));
   }
-  context.out << SafeJson(json.IndentedText()) << '\n';
+  context.out << json.IndentedText() << '\n';
 }
 
 void CDecodeStatistics::Print(RowFormat format, ToolContext& context) const {

@@ -88,7 +88,7 @@ void PrintAll(const DefsOptions& options, ToolContext& context) {
     }
   }
   if (options.json) {
-    context.out << SafeJson(list.IndentedText()) << '\n';
+    context.out << list.IndentedText() << '\n';
   } else {
     PrintTable(context, {"ID", "MNEMONIC", "KIND", "DEFAULT", "DISPLAY NAME"}, rows);
   }
@@ -148,7 +148,7 @@ void Run(const DefsOptions& options, bool hasWanted, ToolContext& context) {
   }
   const CAttribDefRec& definition = Find(options.wanted);
   if (options.json) {
-    context.out << SafeJson(DefinitionJson(definition).IndentedText()) << '\n';
+    context.out << DefinitionJson(definition).IndentedText() << '\n';
   } else {
     PrintOne(definition, context);
   }

@@ -95,7 +95,7 @@ class CDiffRun {
       CompareSection(section);
     }
     if (m_options.json) {
-      m_context.out << SafeJson(m_json.IndentedText()) << '\n';
+      m_context.out << m_json.IndentedText() << '\n';
     }
   }
 

@@ -34,7 +34,7 @@ void PrintJson(const LoadedSection& loaded, const SectionItem& item, ToolContext
   json.Set("flagNames", FlagNames(item.flags));
   json.Set("value", ToUtf8(item.value));
   json.Set("displayName", displayName ? CJson(ToUtf8(*displayName)) : CJson());
-  context.out << SafeJson(json.Text()) << '\n';
+  context.out << json.Text() << '\n';
 }
 
 void Run(const GetOptions& options, ToolContext& context) {

@@ -11,6 +11,29 @@ struct CJson::Node {
   nlohmann::ordered_json json;
 };
 
+namespace {
+
+/// Escapes the control characters beyond ASCII's first, U+007F to U+009F, which JSON need not.
+std::string WithoutControls(const std::string& json) {
+  constexpr std::string_view kDigits = "0123456789abcdef";
+  std::string safe;
+  safe.reserve(json.size());
+  for (std::size_t place = 0; place < json.size(); ++place) {
+    // In UTF-8 those from U+0080 on are their own number behind 0xC2.
+    const bool isOfTwo = json[place] == '\xC2' && place + 1 < json.size();
+    const auto code = static_cast<unsigned char>(json[place + (isOfTwo ? 1 : 0)]);
+    if (code < 0x7F || code > 0x9F || (code >= 0x80 && !isOfTwo)) {
+      safe += json[place];
+      continue;
+    }
+    safe.append("\\u00").append(1, kDigits[code / 16U]).append(1, kDigits[code % 16U]);
+    place += isOfTwo ? 1 : 0;
+  }
+  return safe;
+}
+
+}  // namespace
+
 CJson::CJson() : m_node(std::make_unique<Node>(nullptr)) {}
 CJson::CJson(bool value) : m_node(std::make_unique<Node>(value)) {}
 CJson::CJson(int number) : m_node(std::make_unique<Node>(number)) {}
@@ -43,8 +66,8 @@ void CJson::Set(std::string_view name, CJson value) {
 
 void CJson::Add(CJson value) { m_node->json.push_back(std::move(value.m_node->json)); }
 
-std::string CJson::Text() const { return m_node->json.dump(); }
+std::string CJson::Text() const { return WithoutControls(m_node->json.dump()); }
 
-std::string CJson::IndentedText() const { return m_node->json.dump(2); }
+std::string CJson::IndentedText() const { return WithoutControls(m_node->json.dump(2)); }
 
 }  // namespace lum::tool

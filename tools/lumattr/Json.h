@@ -11,7 +11,8 @@
 
 namespace lum::tool {
 
-/// A value of JSON. Texts are UTF-8; printing others throws.
+/// A value of JSON. Texts are UTF-8; printing others throws. What is printed may be shown on a
+/// terminal: it has no control characters in its texts.
 class CJson {
  public:
   /// Null, until something is set in it or added to it.

@@ -27,9 +27,7 @@ using decoding::Row;
 /// Digits of a time stamp: logs count microseconds.
 constexpr int kTimeDigits = 6;
 
-std::string JsonText(const std::string& text) {
-  return SafeJson(CJson(ToUtf8(FromUtf8(text))).Text());
-}
+std::string JsonText(const std::string& text) { return CJson(ToUtf8(FromUtf8(text))).Text(); }
 
 // ---- CSV by RFC 4180: a cell without a value is empty
 

@@ -90,7 +90,7 @@ void PrintSummaryJson(const std::vector<SectionSummary>& summaries, const std::s
   CJson json;
   json.Set("file", ToUtf8(FromUtf8(file)));
   json.Set("sections", std::move(sections));
-  context.out << SafeJson(json.IndentedText()) << '\n';
+  context.out << json.IndentedText() << '\n';
 }
 
 void ShowOverview(const FileObject& file, const ShowOptions& options, ToolContext& context) {

@@ -123,7 +123,7 @@ class CJsonLines {
     m_context.out << CJson(name).Text() << ": [";
   }
   void Add(const CJson& element) {
-    m_context.out << (m_first ? "\n" : ",\n") << SafeJson(element.Text());
+    m_context.out << (m_first ? "\n" : ",\n") << element.Text();
     m_first = false;
   }
   void End() { m_context.out << (m_first ? "]" : "\n]"); }
@@ -168,8 +168,8 @@ void PrintTreeTable(const ShownSection& shown, ToolContext& context) {
 }
 
 void PrintTreeJson(const ShownSection& shown, ToolContext& context) {
-  context.out << "{\"file\": " << SafeJson(CJson(ToUtf8(FromUtf8(shown.file))).Text())
-              << ",\n\"section\": " << SafeJson(CJson(ToUtf8(shown.section)).Text())
+  context.out << "{\"file\": " << CJson(ToUtf8(FromUtf8(shown.file))).Text()
+              << ",\n\"section\": " << CJson(ToUtf8(shown.section)).Text()
               << ",\n\"version\": " << shown.items.version << ",\n";
   CJsonLines attributes(context, "attributes");
   for (CTreeWalk walk(shown.tree.typed, shown.tree.stored); walk.Next();) {

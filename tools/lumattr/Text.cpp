@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <cstdio>
 
 #include "tools/lumattr/ToolContext.h"
 
@@ -86,23 +85,6 @@ CString ArgumentText(const std::string& argument, std::string_view what) {
 
 std::string Shown(const ToolContext& context, const CString& text) {
   return context.terminal ? Printable(text) : ToUtf8(text);
-}
-
-std::string SafeJson(const std::string& json) {
-  std::string safe;
-  safe.reserve(json.size());
-  for (std::size_t place = 0; place < json.size();) {
-    const std::size_t begin = place;
-    const char32_t code = NextCode(json, place);
-    if (code >= 0x7F && code < 0xA0) {
-      char escape[8];
-      std::snprintf(escape, sizeof escape, "\\u%04x", static_cast<unsigned int>(code));
-      safe += escape;
-    } else {
-      safe.append(json, begin, place - begin);
-    }
-  }
-  return safe;
 }
 
 std::string Counted(std::uint64_t count, const char* one, const char* many) {

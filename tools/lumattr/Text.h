@@ -25,9 +25,6 @@ CString ArgumentText(const std::string& argument, std::string_view what);
 
 /// A text of a file for the output: as it is, or on a terminal as Printable makes it.
 std::string Shown(const ToolContext& context, const CString& text);
-/// JSON that a terminal shows and is not steered by: escapes the control characters beyond ASCII's
-/// first, which JSON itself need not.
-std::string SafeJson(const std::string& json);
 
 /// "12 lines" or "1 line".
 std::string Counted(std::uint64_t count, const char* one, const char* many);
