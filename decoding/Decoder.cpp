@@ -80,8 +80,7 @@ bool ContainsOne(const std::vector<NumberRange>& ranges, double number) {
                      [number](const NumberRange& range) { return range.Contains(number); });
 }
 
-/// Whether the number stands for something else; the cell then says for what.
-bool IsSentinel(const ColumnRule& column, double number, Cell& cell) {
+bool IsAmongSentinels(const ColumnRule& column, double number, Cell& cell) {
   if (ContainsOne(column.notAvailable, number)) {
     SetNumber(CellState::NotAvailable, CellReason::NotAvailableNumber, number, cell);
     return true;
@@ -93,8 +92,11 @@ bool IsSentinel(const ColumnRule& column, double number, Cell& cell) {
   return false;
 }
 
-bool HasSentinels(const ColumnRule& column) {
-  return !column.notAvailable.empty() || !column.error.empty();
+/// Whether the number stands for something else; the cell then says for what. Most columns have no
+/// such numbers.
+bool IsSentinel(const ColumnRule& column, double number, Cell& cell) {
+  return !(column.notAvailable.empty() && column.error.empty()) &&
+         IsAmongSentinels(column, number, cell);
 }
 
 void SetChecked(const ColumnRule& column, double value, Cell& cell) {
@@ -111,7 +113,7 @@ void DecodeWithoutRaw(const ColumnRule& column, CFormulaInputs& inputs, Cell& ce
   const Evaluation value = column.formula->Evaluate(inputs);
   if (!value.HasValue()) {
     SetAbsent(value, false, cell);
-  } else if (!HasSentinels(column) || !IsSentinel(column, value.value, cell)) {
+  } else if (!IsSentinel(column, value.value, cell)) {
     SetChecked(column, value.value, cell);
   }
 }

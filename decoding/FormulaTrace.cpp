@@ -4,6 +4,7 @@
 #include "decoding/FormulaLexer.h"
 #include "decoding/FormulaNames.h"
 #include "decoding/FormulaProgram.h"
+#include "decoding/LogText.h"
 #include "decoding/NumberLiteral.h"
 #include "decoding/Utf8Text.h"
 
@@ -25,7 +26,6 @@ std::string Shortened(std::string_view text) {
 }
 
 void AppendEscaped(std::string& literal, char byte) {
-  constexpr std::string_view kDigits = "0123456789ABCDEF";
   if (byte == '"' || byte == '\\') {
     literal += '\\';
     literal += byte;
@@ -34,8 +34,8 @@ void AppendEscaped(std::string& literal, char byte) {
   } else {
     const auto code = static_cast<unsigned char>(byte);
     literal += "\\x";
-    literal += kDigits[code / 16U];
-    literal += kDigits[code % 16U];
+    literal += detail::kUpperDigits[code / 16U];
+    literal += detail::kUpperDigits[code % 16U];
   }
 }
 

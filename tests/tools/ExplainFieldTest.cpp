@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <span>
 #include <variant>
 
 #include "decoding/Decoder.h"
@@ -40,6 +41,12 @@ struct FieldCase {
   const char* expected;
 };
 
+void CheckMessage(const char* line, std::span<const FieldCase> cases) {
+  for (const FieldCase& field : cases) {
+    EXPECT_EQ(Explained(LogFormat::J1939, line, field.formula), field.expected) << field.formula;
+  }
+}
+
 TEST(ExplainField, TellsBytesTheirOrderAndKind) {
   constexpr const char* kLine = "(1.5) can0 18F00400#F17D8DE02EFF8040";
   constexpr FieldCase kCases[] = {
@@ -65,9 +72,7 @@ TEST(ExplainField, TellsBytesTheirOrderAndKind) {
       {"J1939Val(message, 6, -1)", "no field begins at byte -1 = no value"},
       {"J1939Val(message, 9, 0)", "there is no field of type code 9 = no value"},
   };
-  for (const FieldCase& field : kCases) {
-    EXPECT_EQ(Explained(LogFormat::J1939, kLine, field.formula), field.expected) << field.formula;
-  }
+  CheckMessage(kLine, kCases);
 }
 
 TEST(ExplainField, TellsBitsFromTheHighestToTheLowest) {
@@ -85,9 +90,7 @@ TEST(ExplainField, TellsBitsFromTheHighestToTheLowest) {
       {"J1939BitsVal(message, 6, -1, 2)", " = no value"},
       {"J1939BitsVal(message, 6, 0, 0)", " = no value"},
   };
-  for (const FieldCase& field : kCases) {
-    EXPECT_EQ(Explained(LogFormat::J1939, kLine, field.formula), field.expected) << field.formula;
-  }
+  CheckMessage(kLine, kCases);
 }
 
 TEST(ExplainField, OfAFrameHasNoIntegersOf64Bits) {
