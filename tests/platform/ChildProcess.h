@@ -33,6 +33,17 @@ inline bool BecomeNobody() {
          (::setgroups(0, nullptr) == 0 && ::setgid(kNobody) == 0 && ::setuid(kNobody) == 0);
 }
 
+/// Whether that user comes to the folders of the tests: the superuser's temporary files may be kept
+/// from everybody else.
+inline bool NobodyReachesTemporaryFiles() {
+  return InChild([] {
+           const std::filesystem::path folder = std::filesystem::temp_directory_path();
+           return BecomeNobody() && ::access(folder.c_str(), X_OK) == 0 ? 0 : 1;
+         }) == 0;
+}
+
+inline constexpr const char* kOutOfReach = "the folder of temporary files is closed to other users";
+
 /// Puts a file system of this process's own over a folder, where that is allowed. The options give
 /// its size.
 inline bool Mount(const std::filesystem::path& folder, const char* options) {

@@ -141,6 +141,9 @@ TEST_F(FileSavePlaces, KeepAllPermissionBits) {
 
 // What ran with the rights of the owner or the group must not run with those of another.
 TEST_F(FileSavePlaces, LoseTheBitsThatLendRightsWithTheirOwner) {
+  if (!lum::testing::NobodyReachesTemporaryFiles()) {
+    GTEST_SKIP() << lum::testing::kOutOfReach;
+  }
   if (::geteuid() != 0) {
     GTEST_SKIP() << "needs the superuser, who makes files of several owners";
   }
@@ -168,6 +171,9 @@ TEST_F(FileSavePlaces, KeepOwnerAndGroupWhereAllowed) {
 }
 
 TEST_F(FileSavePlaces, AreLeftAloneInAReadOnlyFolder) {
+  if (!lum::testing::NobodyReachesTemporaryFiles()) {
+    GTEST_SKIP() << lum::testing::kOutOfReach;
+  }
   fs::create_directory(m_folder.File("folder"));
   const fs::path path = m_folder.File("folder/file");
   WriteOld(path);
@@ -185,6 +191,9 @@ TEST_F(FileSavePlaces, AreLeftAloneInAReadOnlyFolder) {
 
 // In a sticky folder only owners rename: the file of another can be written, but not replaced.
 TEST_F(FileSavePlaces, AreLeftAloneWhenAnotherOwnsThemInAStickyFolder) {
+  if (!lum::testing::NobodyReachesTemporaryFiles()) {
+    GTEST_SKIP() << lum::testing::kOutOfReach;
+  }
   if (::geteuid() != 0) {
     GTEST_SKIP() << "needs the superuser, who makes files of several owners";
   }
