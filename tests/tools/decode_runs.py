@@ -379,6 +379,8 @@ def main():
     options = parser.parse_args()
     Settings.tool = [*filter(None, [options.launcher]), str(options.tool.resolve())]
     Settings.data, Settings.sanitized = options.data, options.sanitized
+    # Programs in the background of a script ignore Ctrl-C, and so would what they start.
+    signal.signal(signal.SIGINT, signal.default_int_handler)
     suite = unittest.defaultTestLoader.loadTestsFromTestCase(DecodeRun)
     result = unittest.TextTestRunner(verbosity=1).run(suite)
     for case, reason in result.skipped:

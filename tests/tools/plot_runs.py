@@ -215,6 +215,8 @@ def main():
     if shutil.which("gnuplot") is None:
         print("Not tested: drawings, which need gnuplot (on Debian: gnuplot-nox)")
         sys.exit(SKIPPED)
+    # Programs in the background of a script ignore Ctrl-C, and so would what they start.
+    signal.signal(signal.SIGINT, signal.default_int_handler)
     unittest.main(argv=sys.argv[:1])
 
 
