@@ -5,6 +5,7 @@
 #include <climits>
 
 #include "definitions/AttribDefMap.h"
+#include "tests/TemporaryFolder.h"
 #include "tests/definitions/DefinitionFile.h"
 
 namespace {
@@ -308,8 +309,7 @@ TEST(LoadDefFile, AFileThatCannotBeOpenedIsReportedAndChangesNothing) {
   EXPECT_NE(table.GetAttribDefRec(L"A"), nullptr);
   EXPECT_TRUE(table.FileInitialised());
   EXPECT_FALSE(table.LoadDefFile(L"", false));
-  EXPECT_FALSE(
-      table.LoadDefFile(CString(std::filesystem::temp_directory_path().wstring().c_str()), false));
+  EXPECT_FALSE(table.LoadDefFile(PathText(std::filesystem::temp_directory_path()), false));
   EXPECT_EQ(CReports::All().size(), 3u);
 }
 
