@@ -8,7 +8,6 @@
 #include <system_error>
 #include <utility>
 
-#include "platform/portable/FileBytes.h"
 #include "platform/portable/FileCalls.h"
 #include "platform/portable/FileDocument.h"
 #include "platform/portable/FileNames.h"
@@ -122,9 +121,8 @@ bool FileObject::Load(const CString& path) {
   return Attempt(L"read", path, document.lastError, [&](CString& reason) {
     CFileCalls calls;
     const CString place = lum::detail::FilePlace(path, calls);
-    lum::detail::FinishInterrupted(path, calls);
     std::string bytes;
-    if (!lum::detail::ReadWholeFile(path, kMaxFileBytes, bytes, reason)) {
+    if (!lum::detail::ReadSavedFile(path, kMaxFileBytes, bytes, reason, calls)) {
       document.origin.unreadPlace = place;
       return false;
     }

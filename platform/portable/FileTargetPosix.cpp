@@ -200,8 +200,10 @@ CString PlaceOf(CFileCalls& calls, const Path& path) {
   if (calls.Status(FolderOf(path), folder) != 0) {
     return CString();
   }
-  return PathText(std::to_string(folder.st_dev) + ':' + std::to_string(folder.st_ino) + '/' +
-                  path.filename().native());
+  CString place;
+  place.Format(L"%llu:%llu/", static_cast<unsigned long long>(folder.st_dev),
+               static_cast<unsigned long long>(folder.st_ino));
+  return place + PathText(path.filename());
 }
 
 // A second name of the file itself is locked with it, and is never needed.

@@ -98,10 +98,6 @@ SaveStep FindTarget(CFileCalls& calls, CTarget& target) {
 }
 
 SaveStep FinishReplacing(CFileCalls& calls, const Path& path) {
-  if (calls.Attributes(path) != INVALID_FILE_ATTRIBUTES ||
-      ::GetLastError() != ERROR_FILE_NOT_FOUND) {
-    return SaveStep::Done;
-  }
   for (const Path& leftover : calls.List(path.parent_path(), TemporaryBeginning(path))) {
     if (!IsReplaced(leftover)) {
       continue;
@@ -112,7 +108,7 @@ SaveStep FinishReplacing(CFileCalls& calls, const Path& path) {
     }
     return SaveStep::Again;
   }
-  return SaveStep::Done;
+  return calls.Attributes(path) != INVALID_FILE_ATTRIBUTES ? SaveStep::Again : SaveStep::Done;
 }
 
 bool IsUnchanged(CFileCalls& calls, const CTarget& target) {

@@ -44,9 +44,10 @@ struct CTarget {
 /// another saver is at work there.
 SaveStep FindTarget(CFileCalls& calls, CTarget& target);
 
-/// Replacing gives the old file another name first, and then the new one the target's. A saver that
-/// was killed in between leaves none under that name: gives the old file its name back. Again when
-/// it did, and when the saver is still at work. Done when there is nothing to do.
+/// To be called where no file has the target's name. Replacing gives the old file another name
+/// first, and then the new one the target's. A saver that was killed in between leaves none under
+/// that name: gives the old file its name back. Again when it did, when the saver is still at work,
+/// and when the name is there by now. Done when there is nothing to wait for.
 SaveStep FinishReplacing(CFileCalls& calls, const std::filesystem::path& path);
 
 /// True while the target is the very file that was found, with the content that it had then.

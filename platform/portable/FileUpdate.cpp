@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/portable/FileBytes.h"
 #include "platform/portable/FileCalls.h"
 #include "platform/portable/FileTarget.h"
 #include "platform/portable/SystemFile.h"
@@ -132,6 +133,13 @@ class CUpdate {
   FileUpdateResult m_result = FileUpdateResult::Failed;
 };
 
+// Whether to look again for a file that was not there.
+bool MayComeBack(const CString& path, CFileCalls& calls) {
+  std::filesystem::path target = SystemPath(path);
+  return path.Find(L'\0') < 0 && FollowLinks(calls, target) &&
+         FinishReplacing(calls, target) == SaveStep::Again;
+}
+
 }  // namespace
 
 FileUpdateResult UpdateFile(const CString& path, int versions, const CMakeContent& make,
@@ -143,12 +151,15 @@ FileUpdateResult UpdateFile(const CString& path, int versions, const CMakeConten
   return CUpdate(path, versions, make, error, calls).Run();
 }
 
-void FinishInterrupted(const CString& path, CFileCalls& calls) {
-  const std::filesystem::path target = SystemPath(path);
-  for (int attempt = 1;
-       attempt <= kMaxAttempts && FinishReplacing(calls, target) == SaveStep::Again; ++attempt) {
+bool ReadSavedFile(const CString& path, std::size_t limit, std::string& bytes, CString& error,
+                   CFileCalls& calls) {
+  for (int attempt = 1; !ReadWholeFile(path, limit, bytes, error); ++attempt) {
+    if (error != SystemMessage(ENOENT) || attempt > kMaxAttempts || !MayComeBack(path, calls)) {
+      return false;
+    }
     calls.Pause(std::min(attempt, kMaxPause));
   }
+  return true;
 }
 
 CString FilePlace(const CString& path, CFileCalls& calls) {

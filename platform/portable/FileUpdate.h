@@ -57,9 +57,11 @@ enum class FileUpdateResult {
 FileUpdateResult UpdateFile(const CString& path, int versions, const CMakeContent& make,
                             CString& error, CFileCalls& calls);
 
-/// To be called before a file is read: where a system replaces a file in two steps, waits for a
-/// saver that is between them, and takes the old file back from one that was killed there.
-void FinishInterrupted(const CString& path, CFileCalls& calls);
+/// ReadWholeFile() of a file that others may save meanwhile. Where a system replaces a file in two
+/// steps it has no name between them: waits for a saver that is there, and takes the old file back
+/// from one that was killed there.
+bool ReadSavedFile(const CString& path, std::size_t limit, std::string& bytes, CString& error,
+                   CFileCalls& calls);
 
 /// Which file a path names, whatever the path's form: the folder and the name behind symbolic
 /// links. Equal for two paths of one file, whether it exists or not. Empty when that cannot be

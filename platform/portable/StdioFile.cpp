@@ -6,7 +6,8 @@
 #include <utility>
 
 #include "platform/portable/EncodedText.h"
-#include "platform/portable/FileBytes.h"
+#include "platform/portable/FileCalls.h"
+#include "platform/portable/FileUpdate.h"
 
 namespace {
 
@@ -54,9 +55,11 @@ CStdioFile::~CStdioFile() = default;
 
 bool CStdioFile::Open(const wchar_t* path, [[maybe_unused]] unsigned int flags) {
   Close();
+  lum::detail::CFileCalls calls;
   std::string bytes;
   CString reason;
-  if (path == nullptr || !lum::detail::ReadWholeFile(CString(path), kMaxFileBytes, bytes, reason)) {
+  if (path == nullptr ||
+      !lum::detail::ReadSavedFile(CString(path), kMaxFileBytes, bytes, reason, calls)) {
     return false;
   }
   m_state = std::make_unique<State>(std::move(bytes));

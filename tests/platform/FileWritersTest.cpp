@@ -16,6 +16,7 @@
 #include <unistd.h>
 #endif
 
+#include "platform/StdioFile.h"
 #include "tests/platform/FileObjectTesting.h"
 
 namespace {
@@ -81,6 +82,37 @@ TEST_F(FileWriters, ThatAreThreadsLoseNothing) {
   }
   EXPECT_EQ(failed, 0);
   ExpectAllKeys(kThreads, kWrites);
+}
+
+// Not every system replaces a file in one step; who reads meanwhile waits for the next one.
+TEST_F(FileWriters, ThatAreThreadsNeverHideTheFile) {
+  constexpr int kThreads = 2;
+  constexpr int kWrites = 100;
+  ASSERT_TRUE(SetOne(Path(), kThreads, 0));
+  std::atomic<int> writing = kThreads;
+  std::atomic<int> failed = 0;
+  std::vector<std::thread> threads;
+  for (int writer = 0; writer < kThreads; ++writer) {
+    threads.emplace_back([this, writer, &writing, &failed] {
+      for (int number = 0; number < kWrites; ++number) {
+        failed += SetOne(Path(), writer, number) ? 0 : 1;
+      }
+      --writing;
+    });
+  }
+  int reads = 0;
+  for (; writing > 0; ++reads) {
+    FileObject file;
+    EXPECT_TRUE(file.Load(Path()))
+        << "read " << reads << ": " << WideToUtf8(file.LastError()).GetString();
+    CStdioFile lines;
+    EXPECT_TRUE(lines.Open(Path(), CStdioFile::modeRead)) << "read " << reads;
+  }
+  for (std::thread& thread : threads) {
+    thread.join();
+  }
+  EXPECT_EQ(failed, 0);
+  EXPECT_GT(reads, 0);
 }
 
 // Objects that live on meet each other's changes at every save.
