@@ -228,7 +228,7 @@ TEST(ExpressionErrors, ComeAtOnceForHostileTexts) {
         std::string(60'000, 'q'), std::string(60'000, '\'')}) {
     EXPECT_NE(MessageFor(text), "a formula") << text.substr(0, 10);
   }
-  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(60));
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(5));
 }
 
 }  // namespace
