@@ -55,7 +55,6 @@ CString ControlText(const CAttribDefRec& definition) {
 int KindCode(const CAttribDefRec& definition) { return static_cast<int>(definition.Type()); }
 
 CJson DefinitionJson(const CAttribDefRec& definition) {
-  const std::optional<CString> defaultText = DefaultText(definition);
   CJson json;
   json.Set("mnemonic", ToUtf8(definition.Mnemonic()));
   json.Set("id", definition.Id());
@@ -64,7 +63,7 @@ CJson DefinitionJson(const CAttribDefRec& definition) {
   json.Set("kind", KindName(KindCode(definition)));
   json.Set("control", static_cast<int>(definition.ControlType()));
   json.Set("bitmap", ToUtf8(definition.BitmapFile()));
-  json.Set("default", defaultText ? CJson(ToUtf8(*defaultText)) : CJson());
+  json.Set("default", JsonOrNull(DefaultText(definition)));
   json.Set("controlAttributes", ToUtf8(ControlText(definition)));
   return json;
 }

@@ -186,7 +186,7 @@ class CDiffRun {
 
   static void AddSide(CJson& json, const char* valueName, const char* flagsName,
                       const std::optional<CString>& value, unsigned int flags) {
-    json.Set(valueName, value ? CJson(ToUtf8(*value)) : CJson());
+    json.Set(valueName, JsonOrNull(value));
     json.Set(flagsName, flags);
   }
 

@@ -26,14 +26,13 @@ constexpr const char* kFooter =
 
 void PrintJson(const LoadedSection& loaded, const SectionItem& item, ToolContext& context) {
   const CString& name = loaded.path.back().name;
-  const std::optional<CString> displayName = DisplayName(name);
   CJson json;
   json.Set("path", ToUtf8(FormatPath(loaded.path)));
   json.Set("kind", KindName(KindOfName(name)));
   json.Set("flags", item.flags);
   json.Set("flagNames", FlagNames(item.flags));
   json.Set("value", ToUtf8(item.value));
-  json.Set("displayName", displayName ? CJson(ToUtf8(*displayName)) : CJson());
+  json.Set("displayName", JsonOrNull(DisplayName(name)));
   context.out << json.Text() << '\n';
 }
 

@@ -3,6 +3,8 @@
 #include <nlohmann/json.hpp>
 #include <utility>
 
+#include "tools/lumattr/Text.h"
+
 namespace lum::tool {
 
 struct CJson::Node {
@@ -69,5 +71,9 @@ void CJson::Add(CJson value) { m_node->json.push_back(std::move(value.m_node->js
 std::string CJson::Text() const { return WithoutControls(m_node->json.dump()); }
 
 std::string CJson::IndentedText() const { return WithoutControls(m_node->json.dump(2)); }
+
+CJson JsonOrNull(const std::optional<CString>& text) {
+  return text ? CJson(ToUtf8(*text)) : CJson();
+}
 
 }  // namespace lum::tool

@@ -5,9 +5,12 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "platform/FrameworkString.h"
 
 namespace lum::tool {
 
@@ -51,5 +54,8 @@ class CJson {
 
   std::unique_ptr<Node> m_node;
 };
+
+/// The text, or null where there is none.
+CJson JsonOrNull(const std::optional<CString>& text);
 
 }  // namespace lum::tool

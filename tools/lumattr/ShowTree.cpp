@@ -34,14 +34,12 @@ ShownNode Describe(const CTreeWalk& walk) {
   return shown;
 }
 
-std::optional<std::string> ShownPath(const CTreeWalk& walk) {
+std::optional<CString> ShownPath(const CTreeWalk& walk) {
   if (walk.Path().size() > kMaxShownPath) {
     return std::nullopt;
   }
-  return ToUtf8(ToCString(walk.Path()));
+  return ToCString(walk.Path());
 }
-
-CJson JsonOrNull(const std::optional<std::string>& text) { return text ? CJson(*text) : CJson(); }
 
 std::optional<std::string> Utf8(const std::optional<CString>& text) {
   return text ? std::optional(ToUtf8(*text)) : std::nullopt;
@@ -101,9 +99,9 @@ CJson NodeJson(const CTreeWalk& walk) {
   json.Set("kind", shown.kind);
   json.Set("flags", walk.Node().Flags());
   json.Set("flagNames", FlagNames(walk.Node().Flags()));
-  json.Set("value", JsonOrNull(Utf8(shown.value)));
+  json.Set("value", JsonOrNull(shown.value));
   json.Set("readable", shown.readable);
-  json.Set("displayName", JsonOrNull(Utf8(shown.displayName)));
+  json.Set("displayName", JsonOrNull(shown.displayName));
   json.Set("children", walk.Node().Count());
   return json;
 }
@@ -138,7 +136,7 @@ class CJsonLines {
 TableRow CsvRow(const CTreeWalk& walk) {
   const ShownNode shown = Describe(walk);
   const unsigned int flags = walk.Node().Flags();
-  return {ShownPath(walk).value_or(""),
+  return {Utf8(ShownPath(walk)).value_or(""),
           ToUtf8(walk.Node().Mnemonic()),
           std::to_string(walk.Occurrence()),
           std::to_string(walk.Depth()),
